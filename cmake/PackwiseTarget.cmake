@@ -1,0 +1,33 @@
+# What every target of this project is compiled with.
+function(packwise_target name)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  target_compile_options(${name} PRIVATE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Woverloaded-virtual -Werror)
+  target_compile_definitions(${name} PRIVATE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_FOREACH QT_NO_KEYWORDS QT_USE_QSTRINGBUILDER)
+  if(PACKWISE_SANITIZE)
+    target_compile_options(${name} PRIVATE
+      -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${name} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()
+
+# packwise_test(name SOURCES file... LIBS target... [WINDOWS])
+# One test program, run as one test. WINDOWS gives it the main that makes a QApplication on the
+# offscreen platform; without it GoogleTest's own main is used and no Qt is needed.
+function(packwise_test name)
+  cmake_parse_arguments(ARG "WINDOWS" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  packwise_target(${name})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  set_target_properties(${name} PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  if(ARG_WINDOWS)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} packwise_test_support GTest::gmock GTest::gtest)
+  else()
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
+  endif()
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()

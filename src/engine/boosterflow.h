@@ -1,0 +1,48 @@
+// The server's running of a Booster draft: a lock step of passes, in table positions.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "engine/draft.h"
+
+namespace packwise {
+
+class BoosterFlow {
+public:
+    BoosterFlow(DraftHost& host, DraftTable& table) : host_(host), table_(table) {}
+
+    // Begins the draft at round 1: every count and flag anew, then startRound().
+    void begin();
+
+    // A BPCK from that socket number: what is left of the pack before its seat. Ignored while no
+    // draft runs, from a socket without a table position, from a seat that has already picked in
+    // this pass, and with a body that is no pack.
+    void onPackBack(int socket, std::string_view rest);
+
+    // One tick of the timer: picks at random for each lost seat that has yet to pick.
+    void onRandomsTick();
+
+    bool running() const { return running_; }
+    int picksIn() const { return picksIn_; }     // 0 to playerCount
+    int direction() const { return direction_; }  // +1 or -1
+    const std::string& seatPack(int position) const;
+    bool seatPicked(int position) const;
+
+private:
+    void startRound();
+    void randomPick(int position);
+    void passPacks();
+    void handOutPacks();
+
+    DraftHost& host_;
+    DraftTable& table_;
+    bool running_ = false;
+    int direction_ = 1;
+    int picksIn_ = 0;
+    std::array<std::string, kSeats> seatPack_;
+    std::array<bool, kSeats> seatPicked_{};
+};
+
+}  // namespace packwise

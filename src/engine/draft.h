@@ -1,0 +1,65 @@
+// What the two draft flows share: the table, and what they need of the server that runs them.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "common/protocol.h"
+
+namespace packwise {
+
+// The players' places. Seat index is socket number minus 1; table position is the place round the
+// table. Positions 0 to playerCount - 1 are in use; a seat without a place has tableOf -1, an
+// unused position has socketAt 0.
+struct DraftTable {
+    int playerCount = 0;               // 1 to 8 in a draft
+    int packCount = 0;                 // 3 to 6
+    int roundNo = 0;                   // see the flows
+    std::array<int, kSeats> tableOf;   // by seat index: table position or -1
+    std::array<int, kSeats> socketAt;  // by table position: socket number 1 to 8, or 0
+
+    DraftTable() { clear(); }
+    void clear();
+
+    // Puts the seat index at the table position.
+    void place(int seatIndex, int position);
+
+    // The table position of a socket number, or -1 when it has none or is no seat's number.
+    int positionOfSocket(int socket) const;
+};
+
+// What a draft flow needs of the server.
+class DraftHost {
+public:
+    virtual ~DraftHost() = default;
+
+    // Writes one message or a part of one, terminator included, to the socket number / to all.
+    virtual void send(int socket, std::string_view data) = 0;
+    virtual void broadcast(std::string_view data) = 0;
+
+    // Handles a message, without its terminator, as if it had come in from that socket number.
+    virtual void dispatch(int socket, std::string_view message) = 0;
+
+    // Deals one pack of the set of the pack number 0 to 5. Nothing when the card data cannot be
+    // read: the user has then been told and the program is ending, so the flow just stops.
+    virtual std::optional<std::string> makePack(int packIndex) = 0;
+
+    // Display name of the set of the pack number 0 to 5.
+    virtual std::string setName(int packIndex) const = 0;
+
+    // True once the player of that socket number is gone.
+    virtual bool dropped(int socket) const = 0;
+
+    // A uniform draw u, 0 <= u < 1.
+    virtual double draw() = 0;
+
+    // Starts the timer that answers for lost players. It stays on.
+    virtual void enableRandoms() = 0;
+
+    // The draft has ended; called before "OVER~" goes out.
+    virtual void draftOver() = 0;
+};
+
+}  // namespace packwise

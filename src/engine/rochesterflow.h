@@ -1,0 +1,54 @@
+// The server's running of a Rochester draft: one pack on the table, picked in turns that snake
+// round it. The cards themselves are with the clients; the server counts them.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "engine/draft.h"
+
+namespace packwise {
+
+class RochesterFlow {
+public:
+    RochesterFlow(DraftHost& host, DraftTable& table) : host_(host), table_(table) {}
+
+    // Begins the draft at the first pack of the first set: every count and flag anew.
+    void begin();
+
+    // Messages by socket number. Each is ignored where it is not awaited: outside its phase, a
+    // second answer of one seat, from a socket without a table position, or a row that is no
+    // number or not among the remaining rows.
+    void onReviewDone(int socket);                       // RROK
+    void onRandomMark(int socket);                       // RAND
+    void onPick(int socket, std::string_view row);       // RPCK
+    void onPauseDone(int socket);                        // RPOK
+
+    // A player has been lost while the draft runs: the seat counts as having answered what is
+    // awaited. (A turn of a lost seat is taken by the tick.)
+    void onSeatLost(int socket);
+
+    // One tick of the timer: takes the turn of a lost seat.
+    void onRandomsTick();
+
+    bool running() const { return phase_ != Phase::Idle; }
+    int rochSet() const { return rochSet_; }        // 1 to packCount
+    int rochCards() const { return rochCards_; }    // 0 to 15
+    int rochTurn() const { return rochTurn_; }      // 0 to rochCards
+    int answers() const;                            // answers in the review or pause under way
+
+private:
+    enum class Phase { Idle, Review, Turns, Pause };
+
+    DraftHost& host_;
+    DraftTable& table_;
+    Phase phase_ = Phase::Idle;
+    int rochSet_ = 0;
+    int rochCards_ = 0;
+    int rochTurn_ = 0;
+    bool rochRandom_ = false;
+    std::array<int, kMostCardsInPack> rochOrder_{};  // seat numbers, 1 to playerCount
+    std::array<bool, kSeats> answered_{};            // by table position
+};
+
+}  // namespace packwise
