@@ -1,0 +1,29 @@
+// The code page: text is Windows-1252 bytes on the wire, in files and in the heart, and Unicode on
+// the screen. This is the one place where it changes.
+#pragma once
+
+#include <QString>
+#include <QValidator>
+
+#include <string>
+#include <string_view>
+
+namespace packwise {
+
+// Every byte has a character; the five that the code page leaves open become control characters.
+QString fromBytes(std::string_view bytes);
+
+// Characters that the code page lacks become "?", one for each character.
+std::string toBytes(const QString& text);
+
+// Whether toBytes() keeps every character.
+bool fitsCodePage(const QString& text);
+
+// Refuses characters outside the code page as they are typed.
+class CodePageValidator : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& input, int& position) const override;
+};
+
+}  // namespace packwise

@@ -1,0 +1,183 @@
+#include "platform/form.h"
+
+#include "platform/twips.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <cmath>
+
+namespace packwise {
+
+namespace {
+
+struct Frame {
+    int width;
+    int height;
+};
+
+constexpr Frame frameOf(FormBorder border) {
+    switch (border) {
+        case FormBorder::Fixed:
+            return {90, 330};
+        case FormBorder::Sizable:
+            return {120, 405};
+        case FormBorder::None:
+            break;
+    }
+    return {0, 0};
+}
+
+Qt::WindowFlags flagsOf(FormBorder border) {
+    switch (border) {
+        case FormBorder::Fixed:
+            return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                   Qt::WindowCloseButtonHint;
+        case FormBorder::Sizable:
+            return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                   Qt::WindowCloseButtonHint;
+        case FormBorder::None:
+            break;
+    }
+    return Qt::Window | Qt::FramelessWindowHint;
+}
+
+bool readWhole(QStringView text, int& number) {
+    bool ok = false;
+    const double value = text.trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(value) || std::abs(value) > 1e6) {
+        return false;
+    }
+    number = static_cast<int>(std::lround(value));
+    return true;
+}
+
+bool isOnSomeScreen(const QRect& rect) {
+    // A strip of the title bar that can be grasped is enough.
+    const QRect grip(rect.left(), rect.top(), rect.width(), 30);
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect seen = screen->availableGeometry().intersected(grip);
+        if (seen.width() >= 40 && seen.height() >= 10) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+int readNumberPair(const QString& text, int& first, int& second) {
+    const qsizetype blank = text.indexOf(u' ');
+    const QStringView view(text);
+    if (!readWhole(blank < 0 ? view : view.left(blank), first)) {
+        return 0;
+    }
+    if (blank < 0 || !readWhole(view.mid(blank + 1), second)) {
+        return 1;
+    }
+    return 2;
+}
+
+Form::Form(const QString& name, const QString& caption, FormBorder border)
+    : QWidget(nullptr, flagsOf(border)), border_(border) {
+    setObjectName(name);
+    setWindowTitle(caption);
+}
+
+int Form::leftTwips() const {
+    return toTwips(pos().x());
+}
+
+int Form::topTwips() const {
+    return toTwips(pos().y());
+}
+
+int Form::widthTwips() const {
+    return toTwips(width()) + frameOf(border_).width;
+}
+
+int Form::heightTwips() const {
+    return toTwips(height()) + frameOf(border_).height;
+}
+
+void Form::setLeftTwips(int left) {
+    move(toPixels(left), pos().y());
+}
+
+void Form::setTopTwips(int top) {
+    move(pos().x(), toPixels(top));
+}
+
+void Form::setSizeTwips(int width, int height) {
+    const Frame frame = frameOf(border_);
+    setClientSizeTwips(width - frame.width, height - frame.height);
+}
+
+void Form::setClientSizeTwips(int width, int height) {
+    const QSize size(toPixels(width), toPixels(height));
+    if (border_ == FormBorder::Sizable) {
+        resize(size);
+    } else {
+        setFixedSize(size);
+    }
+}
+
+void Form::restorePlace(const QString& stored) {
+    int top = topTwips();
+    int left = leftTwips();
+    if (readNumberPair(stored, top, left) == 0) {
+        return;
+    }
+    const QPoint target(toPixels(left), toPixels(top));
+    if (isOnSomeScreen(QRect(target, size()))) {
+        move(target);
+    }
+}
+
+QString Form::place() const {
+    return QString::number(topTwips()) + u' ' + QString::number(leftTwips());
+}
+
+void Form::present() {
+    show();
+    raise();
+    activateWindow();
+}
+
+bool Form::closeByUser() {
+    closingByUser_ = true;
+    const bool closed = close();
+    closingByUser_ = false;
+    return closed;
+}
+
+bool Form::queryUnload(UnloadMode) {
+    return true;
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+    const bool byUser = closingByUser_ || event->spontaneous();
+    // A box that is shown while the window asks may bring a second close; it starts anew.
+    closingByUser_ = false;
+    if (queryUnload(byUser ? UnloadMode::User : UnloadMode::Code)) {
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
+
+void Form::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange) {
+        if (isActiveWindow()) {
+            Q_EMIT gotFocus();
+        } else {
+            Q_EMIT lostFocus();
+        }
+    }
+}
+
+}  // namespace packwise

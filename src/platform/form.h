@@ -1,0 +1,66 @@
+// The base of all windows of the program: a place in twips that can be stored and restored, and a
+// close that may be refused. Closing hides a window; it is never destroyed before the program.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace packwise {
+
+// Who closes a window: the user (close box, window menu), or anything else.
+enum class UnloadMode { User = 0, Code = 1 };
+
+// The border decides what the nominal frame takes of a window's width and height. Sizes in twips
+// are told with that frame, so that they mean the same under every window manager.
+enum class FormBorder { Fixed, Sizable, None };
+
+class Form : public QWidget {
+    Q_OBJECT
+public:
+    explicit Form(const QString& name, const QString& caption, FormBorder border);
+
+    // Twips; left and top of the frame on the desktop, width and height with the nominal frame.
+    int leftTwips() const;
+    int topTwips() const;
+    int widthTwips() const;
+    int heightTwips() const;
+    void setLeftTwips(int left);
+    void setTopTwips(int top);
+    // A fixed window cannot be resized by the user to anything else.
+    void setSizeTwips(int width, int height);
+    // The size of the client area, without frame.
+    void setClientSizeTwips(int width, int height);
+
+    // Takes a stored place, "top left" in twips. A part that is no number ends the reading: the
+    // top may then be set already. A place that is on no screen is not used.
+    void restorePlace(const QString& stored);
+    // The place as restorePlace() takes it.
+    QString place() const;
+
+    // Shows the window and brings it to the front.
+    void present();
+
+    // What the close box does. Returns false when the window refused.
+    bool closeByUser();
+
+Q_SIGNALS:
+    void gotFocus();  // the window has become the active one
+    void lostFocus();
+
+protected:
+    // Whether the window may close. It is then hidden.
+    virtual bool queryUnload(UnloadMode mode);
+
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    FormBorder border_;
+    bool closingByUser_ = false;
+};
+
+// Reads two numbers split by the first blank, as places and sizes are stored. Gives the count of
+// numbers read, 0 to 2; what could not be read is left as it was.
+int readNumberPair(const QString& text, int& first, int& second);
+
+}  // namespace packwise

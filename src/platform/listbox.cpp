@@ -1,0 +1,87 @@
+#include "platform/listbox.h"
+
+#include <QMouseEvent>
+#include <QPalette>
+#include <QScrollBar>
+
+namespace packwise {
+
+ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
+    setUniformItemSizes(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+}
+
+QString ListBox::text(int row) const {
+    const QListWidgetItem* found = item(row);
+    return found ? found->text() : QString();
+}
+
+void ListBox::setText(int row, const QString& text) {
+    if (QListWidgetItem* found = item(row)) {
+        found->setText(text);
+    }
+}
+
+QStringList ListBox::texts() const {
+    QStringList all;
+    all.reserve(count());
+    for (int row = 0; row < count(); ++row) {
+        all += text(row);
+    }
+    return all;
+}
+
+void ListBox::removeRow(int row) {
+    const bool wasCurrent = row == currentRow();
+    delete takeItem(row);
+    if (wasCurrent) {
+        setCurrentRow(-1);
+    }
+}
+
+void ListBox::fill(int count, const QString& text) {
+    clear();
+    for (int row = 0; row < count; ++row) {
+        addItem(text);
+    }
+}
+
+QColor ListBox::textColor() const {
+    return palette().color(QPalette::Active, QPalette::Text);
+}
+
+void ListBox::setTextColor(const QColor& color) {
+    QPalette colors = palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        colors.setColor(group, QPalette::Text, color);
+    }
+    setPalette(colors);
+}
+
+void ListBox::setShowOnly() {
+    setEnabled(false);
+    setFocusPolicy(Qt::NoFocus);
+    setSelectionMode(QAbstractItemView::NoSelection);
+    setTextColor(palette().color(QPalette::Active, QPalette::Text));
+}
+
+int ListBox::heightForRows(int rows) const {
+    const int row = count() > 0 ? sizeHintForRow(0) : fontMetrics().height();
+    return rows * row + 2 * frameWidth();
+}
+
+void ListBox::mousePressEvent(QMouseEvent* event) {
+    QListWidget::mousePressEvent(event);
+    Q_EMIT mouseDown(event->button());
+}
+
+void ListBox::mouseMoveEvent(QMouseEvent* event) {
+    QListWidget::mouseMoveEvent(event);
+    if (event->buttons() != Qt::NoButton) {
+        Q_EMIT mouseDragged();
+    }
+}
+
+}  // namespace packwise

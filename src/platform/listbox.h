@@ -1,0 +1,45 @@
+// A list box whose rows are read and written by index. It never sorts.
+#pragma once
+
+#include <QColor>
+#include <QListWidget>
+
+namespace packwise {
+
+class ListBox : public QListWidget {
+    Q_OBJECT
+public:
+    explicit ListBox(QWidget* parent = nullptr);
+
+    // Rows are counted from 0; a row outside the list reads as "" and is not written.
+    QString text(int row) const;
+    void setText(int row, const QString& text);
+    QStringList texts() const;
+
+    // Removes a row. If it was the current one, no row is current afterwards.
+    void removeRow(int row);
+
+    // Makes the list `count` rows of that text.
+    void fill(int count, const QString& text);
+
+    QColor textColor() const;
+    void setTextColor(const QColor& color);
+
+    // A list that only shows: no focus, no selection, text in full colour.
+    void setShowOnly();
+
+    // The height that shows `rows` rows without scrolling, in device-independent pixels.
+    int heightForRows(int rows) const;
+
+Q_SIGNALS:
+    // A mouse button has gone down in the list; the row under it is current by then.
+    void mouseDown(Qt::MouseButton button);
+    // The mouse has moved over the list with a button held.
+    void mouseDragged();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+};
+
+}  // namespace packwise

@@ -1,0 +1,20 @@
+// How the program looks, whatever the desktop's theme: a light palette and fonts whose sizes fit
+// the windows' fixed places.
+#pragma once
+
+#include <QFont>
+
+class QApplication;
+class QWidget;
+
+namespace packwise {
+
+// Style, palette and font for all windows of the process.
+void applyLook(QApplication& application);
+
+QFont fixedPitchFont(int pixelSize = 13, bool bold = false);
+
+// Gives a control its name, and for one without a caption the name that a screen reader speaks.
+void nameControl(QWidget& control, const QString& name, const QString& spoken = {});
+
+}  // namespace packwise

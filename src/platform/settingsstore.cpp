@@ -1,0 +1,70 @@
+#include "platform/settingsstore.h"
+
+#include <QSettings>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString textOf(const QVariant& value) {
+    // A comma that was typed into the file by hand makes a list of the value.
+    if (value.typeId() == QMetaType::QStringList) {
+        return value.toStringList().join(u", "_s);
+    }
+    return value.toString();
+}
+
+bool keyLess(const QString& a, const QString& b) {
+    bool aIsNumber = false;
+    bool bIsNumber = false;
+    const uint aNumber = a.toUInt(&aIsNumber);
+    const uint bNumber = b.toUInt(&bIsNumber);
+    if (aIsNumber != bIsNumber) {
+        return aIsNumber;
+    }
+    if (aIsNumber && aNumber != bNumber) {
+        return aNumber < bNumber;
+    }
+    return a < b;
+}
+
+}  // namespace
+
+SettingsStore::SettingsStore(QString file) : file_(std::move(file)) {}
+
+QString SettingsStore::userFile() {
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, u"Packwise"_s, u"Packwise"_s)
+        .fileName();
+}
+
+QString SettingsStore::read(const QString& section, const QString& key,
+                            const QString& fallback) const {
+    const QSettings settings(file_, QSettings::IniFormat);
+    const QString path = section + u'/' + key;
+    return settings.contains(path) ? textOf(settings.value(path)) : fallback;
+}
+
+void SettingsStore::write(const QString& section, const QString& key, const QString& value) {
+    QSettings settings(file_, QSettings::IniFormat);
+    settings.setValue(section + u'/' + key, value);
+    settings.sync();
+}
+
+QList<std::pair<QString, QString>> SettingsStore::readAll(const QString& section) const {
+    QSettings settings(file_, QSettings::IniFormat);
+    settings.beginGroup(section);
+    QStringList keys = settings.childKeys();
+    std::sort(keys.begin(), keys.end(), keyLess);
+    QList<std::pair<QString, QString>> all;
+    for (const QString& key : keys) {
+        all.emplaceBack(key, textOf(settings.value(key)));
+    }
+    return all;
+}
+
+}  // namespace packwise

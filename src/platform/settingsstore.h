@@ -1,0 +1,31 @@
+// The per-user settings: text values by section and key in one INI file. A write is on the disk
+// when the call returns. Nothing is cached and nothing is ever deleted.
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <utility>
+
+namespace packwise {
+
+class SettingsStore {
+public:
+    // A store in that file; the default is the user's own, Packwise/Packwise.ini in the user's
+    // configuration folder.
+    explicit SettingsStore(QString file = userFile());
+
+    static QString userFile();
+
+    QString read(const QString& section, const QString& key, const QString& fallback = {}) const;
+    void write(const QString& section, const QString& key, const QString& value);
+
+    // All keys and values of a section in the order of the keys, numbers by their value. Empty
+    // when there is no such section.
+    QList<std::pair<QString, QString>> readAll(const QString& section) const;
+
+private:
+    QString file_;
+};
+
+}  // namespace packwise

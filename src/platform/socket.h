@@ -1,0 +1,95 @@
+// A socket control: one object that can listen, accept or connect, told by events and a state.
+#pragma once
+
+#include <QHostAddress>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+class QTcpServer;
+class QTcpSocket;
+
+namespace packwise {
+
+// A connection that waits at a listener. What no control accepts within the handler is refused.
+struct ConnectionRequest {
+    qintptr descriptor = -1;
+    bool taken = false;
+};
+
+class Socket : public QObject {
+    Q_OBJECT
+public:
+    enum State {
+        Closed = 0,
+        Listening = 2,
+        Connecting = 6,
+        Connected = 7,
+        Closing = 8,
+        Failed = 9
+    };
+
+    // What may wait unread by the peer, in bytes, before the connection counts as failed.
+    static constexpr qint64 kMostUnsent = 1024 * 1024;
+
+    explicit Socket(QObject* parent = nullptr);
+    ~Socket() override;
+
+    int state() const { return state_; }
+
+    // The port to listen on; 0 lets the system choose. After a listen() that succeeded, the port
+    // in use.
+    quint16 localPort() const { return localPort_; }
+    void setLocalPort(quint16 port) { localPort_ = port; }
+    // Begins to listen on all addresses. False when the port cannot be had; the state is then 0.
+    bool listen();
+
+    // Takes the connection of a connectionRequest(), within its handler; the state becomes 7.
+    void accept(ConnectionRequest& request);
+
+    void setRemoteHost(const QString& host) { remoteHost_ = host; }
+    void setRemotePort(quint16 port) { remotePort_ = port; }
+    // Begins to connect to remoteHost and remotePort.
+    void connectToHost();
+
+    // The peer's address in dotted decimal; empty when there has never been a connection.
+    QString remoteHostIp() const { return remoteHostIp_; }
+
+    // Writes bytes if the state is 7. A failure, or more than kMostUnsent bytes unread by the
+    // peer, puts the state to 9; no event comes during the call.
+    void sendData(std::string_view data);
+
+    // All bytes that have arrived; also what came before the peer closed.
+    std::string getData();
+
+    // Closes in any state; what has been written still leaves. No event follows.
+    void close();
+
+Q_SIGNALS:
+    void connectionRequest(ConnectionRequest& request);
+    void connected();
+    void dataArrival(qint64 bytesTotal);
+    // The peer has closed or reset the connection; the state is 8 until close() is called.
+    void peerClosed();
+    // Connecting or the connection has failed; the state is 9.
+    void failed();
+
+private:
+    void adopt(QTcpSocket* socket);
+    void onReadyRead();
+    void onError(int error);
+
+    State state_ = Closed;
+    quint16 localPort_ = 0;
+    QString remoteHost_;
+    quint16 remotePort_ = 0;
+    QString remoteHostIp_;
+    std::unique_ptr<QTcpServer> listener_;
+    QTcpSocket* socket_ = nullptr;  // owned through the parent
+    bool sending_ = false;
+};
+
+}  // namespace packwise
