@@ -1,0 +1,122 @@
+#include "platform/socket.h"
+
+#include "support/peer.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class SocketTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QObject::connect(&listener, &Socket::connectionRequest, &seat,
+                         [this](ConnectionRequest& request) {
+                             if (accepting) {
+                                 seat.accept(request);
+                             }
+                         });
+        QObject::connect(&seat, &Socket::dataArrival, &seat,
+                         [this] { received += seat.getData(); });
+        QObject::connect(&seat, &Socket::peerClosed, &seat, [this] { ++closes; });
+        ASSERT_TRUE(listener.listen());
+    }
+
+    bool join(Peer& peer) {
+        return peer.connectTo(listener.localPort()) &&
+               QTest::qWaitFor([this] { return seat.state() == Socket::Connected; });
+    }
+
+    Socket listener;
+    Socket seat;
+    bool accepting = true;
+    std::string received;
+    int closes = 0;
+};
+
+TEST_F(SocketTest, CarriesBytesBothWaysAndTellsTheLastOnesBeforeTheClose) {
+    Peer peer;
+    ASSERT_TRUE(join(peer));
+    EXPECT_EQ(seat.remoteHostIp(), u"127.0.0.1"_s);
+    seat.sendData("HELO1~");
+    EXPECT_TRUE(peer.hears("HELO1~"));
+    peer.say("PING~DROP~");
+    peer.close();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return closes == 1; }));
+    EXPECT_EQ(received, "PING~DROP~");
+    EXPECT_NE(seat.state(), Socket::Connected);
+    EXPECT_NE(seat.state(), Socket::Closed);
+    seat.close();
+    EXPECT_EQ(seat.state(), Socket::Closed);
+}
+
+TEST_F(SocketTest, AControlServesOnePeerAfterAnotherAndCloseIsSilent) {
+    for (int round = 0; round < 3; ++round) {
+        Peer peer;
+        ASSERT_TRUE(join(peer));
+        seat.sendData("last words~");
+        seat.close();
+        EXPECT_TRUE(peer.hears("last words~"));
+        EXPECT_TRUE(peer.waitClosed());
+    }
+    EXPECT_EQ(closes, 0);
+}
+
+TEST_F(SocketTest, WhatNobodyAcceptsIsRefusedAndAClosedListenerTakesNobody) {
+    accepting = false;
+    Peer refused;
+    refused.connectTo(listener.localPort());
+    EXPECT_TRUE(refused.waitClosed());
+    const quint16 port = listener.localPort();
+    listener.close();
+    Socket client;
+    QSignalSpy failed(&client, &Socket::failed);
+    client.setRemoteHost(u"127.0.0.1"_s);
+    client.setRemotePort(port);
+    client.connectToHost();
+    EXPECT_EQ(client.state(), Socket::Connecting);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return failed.count() == 1; }));
+    EXPECT_EQ(client.state(), Socket::Failed);
+}
+
+TEST_F(SocketTest, APortInUseCannotBeListenedOn) {
+    Socket second;
+    second.setLocalPort(listener.localPort());
+    EXPECT_FALSE(second.listen());
+    EXPECT_EQ(second.state(), Socket::Closed);
+}
+
+TEST_F(SocketTest, APeerThatDoesNotReadCostsOnlyItsConnection) {
+    Peer peer;
+    ASSERT_TRUE(join(peer));
+    peer.socket().setReadBufferSize(1);
+    const std::string block(256 * 1024, 'x');
+    int blocks = 0;
+    while (seat.state() == Socket::Connected && blocks < 256) {
+        seat.sendData(block);
+        ++blocks;
+    }
+    EXPECT_EQ(seat.state(), Socket::Failed) << "64 MiB were taken";
+    seat.close();
+    Peer next;
+    EXPECT_TRUE(join(next));
+}
+
+TEST_F(SocketTest, AResetInTheMiddleOfWritingIsToldAfterTheWriter) {
+    Peer peer;
+    ASSERT_TRUE(join(peer));
+    peer.vanish();
+    for (int write = 0; write < 1000 && seat.state() == Socket::Connected; ++write) {
+        seat.sendData("~");
+        EXPECT_EQ(closes, 0);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return closes == 1 || seat.state() != Socket::Connected; }));
+}
+
+}  // namespace
+}  // namespace packwise
