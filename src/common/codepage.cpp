@@ -57,8 +57,4 @@ bool fitsCodePage(const QString& input) {
                        [](QChar character) { return byteOf(character.unicode()) >= 0; });
 }
 
-QValidator::State CodePageValidator::validate(QString& input, int&) const {
-    return fitsCodePage(input) ? Acceptable : Invalid;
-}
-
 }  // namespace packwise

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <QValidator>
 
 #include <string>
 #include <string_view>
@@ -18,12 +17,5 @@ std::string toBytes(const QString& text);
 
 // Whether toBytes() keeps every character.
 bool fitsCodePage(const QString& text);
-
-// Refuses characters outside the code page as they are typed.
-class CodePageValidator : public QValidator {
-public:
-    using QValidator::QValidator;
-    State validate(QString& input, int& position) const override;
-};
 
 }  // namespace packwise
