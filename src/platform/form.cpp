@@ -30,19 +30,11 @@ constexpr Frame frameOf(FormBorder border) {
 }
 
 Qt::WindowFlags flagsOf(FormBorder border) {
-    switch (border) {
-        case FormBorder::Fixed:
-            return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
-                   Qt::WindowCloseButtonHint;
-        case FormBorder::Sizable:
-            return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
-                   Qt::WindowCloseButtonHint;
-        case FormBorder::None:
-            break;
+    if (border == FormBorder::None) {
+        return Qt::Window | Qt::FramelessWindowHint;
     }
-    return Qt::Window | Qt::FramelessWindowHint;
+    return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+           Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
 }
 
 bool readWhole(QStringView text, int& number) {

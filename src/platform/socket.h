@@ -33,7 +33,7 @@ public:
     };
 
     // What may wait unread by the peer, in bytes, before the connection counts as failed.
-    static constexpr qint64 kMostUnsent = 1024 * 1024;
+    static constexpr qint64 kMostUnsent = qint64{1024} * 1024;
 
     explicit Socket(QObject* parent = nullptr);
     ~Socket() override;
