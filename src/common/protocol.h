@@ -30,7 +30,8 @@ public:
     std::optional<std::string> next();
 
     // True once more than kMostMessageLength bytes have come without a terminator. The peer is
-    // then to be let go; nothing more is kept of what it sends.
+    // then to be let go; nothing more is kept of what it sends. Whole messages that came before
+    // still stand to be taken.
     bool overflowed() const { return overflowed_; }
 
     // Forgets everything, a half message included.
@@ -38,8 +39,8 @@ public:
 
 private:
     std::string buffer_;
-    std::size_t taken_ = 0;    // bytes at the front of buffer_ already given out
-    std::size_t scanned_ = 0;  // bytes at the front of buffer_ known to hold no further terminator
+    std::size_t taken_ = 0;     // bytes at the front of buffer_ already given out
+    std::size_t complete_ = 0;  // bytes at the front of buffer_ up to the last terminator
     bool overflowed_ = false;
 };
 

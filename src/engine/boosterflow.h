@@ -1,11 +1,11 @@
 // The server's running of a Booster draft: a lock step of passes, in table positions.
 #pragma once
 
+#include "engine/draft.h"
+
 #include <array>
 #include <string>
 #include <string_view>
-
-#include "engine/draft.h"
 
 namespace packwise {
 
@@ -25,7 +25,7 @@ public:
     void onRandomsTick();
 
     bool running() const { return running_; }
-    int picksIn() const { return picksIn_; }     // 0 to playerCount
+    int picksIn() const { return picksIn_; }      // 0 to playerCount
     int direction() const { return direction_; }  // +1 or -1
     const std::string& seatPack(int position) const;
     bool seatPicked(int position) const;

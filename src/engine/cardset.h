@@ -21,8 +21,8 @@ std::string setFileBase(std::string_view displayName);
 
 // The path of a set's file in `folder`: as spelled, else the only file whose name differs in case
 // alone. When there is none, the path as spelled, which will not open.
-std::filesystem::path setFilePath(const std::filesystem::path& folder,
-                                  std::string_view displayName, std::string_view extension);
+std::filesystem::path setFilePath(const std::filesystem::path& folder, std::string_view displayName,
+                                  std::string_view extension);
 
 struct CardRecord {
     std::string name;

@@ -1,13 +1,13 @@
 // Dealing one pack from a set's files.
 #pragma once
 
+#include "engine/cardset.h"
+
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "engine/cardset.h"
 
 namespace packwise {
 

@@ -1,12 +1,12 @@
 // What the two draft flows share: the table, and what they need of the server that runs them.
 #pragma once
 
+#include "common/protocol.h"
+
 #include <array>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "common/protocol.h"
 
 namespace packwise {
 

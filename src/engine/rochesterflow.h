@@ -2,10 +2,10 @@
 // round it. The cards themselves are with the clients; the server counts them.
 #pragma once
 
+#include "engine/draft.h"
+
 #include <array>
 #include <string_view>
-
-#include "engine/draft.h"
 
 namespace packwise {
 
@@ -19,10 +19,10 @@ public:
     // Messages by socket number. Each is ignored where it is not awaited: outside its phase, a
     // second answer of one seat, from a socket without a table position, or a row that is no
     // number or not among the remaining rows.
-    void onReviewDone(int socket);                       // RROK
-    void onRandomMark(int socket);                       // RAND
-    void onPick(int socket, std::string_view row);       // RPCK
-    void onPauseDone(int socket);                        // RPOK
+    void onReviewDone(int socket);                  // RROK
+    void onRandomMark(int socket);                  // RAND
+    void onPick(int socket, std::string_view row);  // RPCK
+    void onPauseDone(int socket);                   // RPOK
 
     // A player has been lost while the draft runs: the seat counts as having answered what is
     // awaited. (A turn of a lost seat is taken by the tick.)
@@ -32,10 +32,10 @@ public:
     void onRandomsTick();
 
     bool running() const { return phase_ != Phase::Idle; }
-    int rochSet() const { return rochSet_; }        // 1 to packCount
-    int rochCards() const { return rochCards_; }    // 0 to 15
-    int rochTurn() const { return rochTurn_; }      // 0 to rochCards
-    int answers() const;                            // answers in the review or pause under way
+    int rochSet() const { return rochSet_; }      // 1 to packCount
+    int rochCards() const { return rochCards_; }  // 0 to 15
+    int rochTurn() const { return rochTurn_; }    // 0 to rochCards
+    int answers() const;                          // answers in the review or pause under way
 
 private:
     enum class Phase { Idle, Review, Turns, Pause };

@@ -1,0 +1,329 @@
+#include "engine/cardset.h"
+
+#include "common/protocol.h"
+
+#include <algorithm>
+#include <fstream>
+#include <system_error>
+#include <unordered_set>
+
+namespace packwise {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kShortestWalkedList = 21;
+constexpr std::size_t kFieldsInRecord = 7;
+
+std::optional<std::string> readWhole(const fs::path& file) {
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) {
+        return std::nullopt;
+    }
+    const std::uintmax_t size = fs::file_size(file, error);
+    std::ifstream in(file, std::ios::binary);
+    if (error || !in) {
+        return std::nullopt;
+    }
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    in.read(bytes.data(), static_cast<std::streamsize>(size));
+    bytes.resize(static_cast<std::size_t>(in.gcount()));
+    return bytes;
+}
+
+// The seven strings of a record, as views into the file's bytes.
+struct RecordView {
+    std::string_view name, rarity, color, cost, type, text, pt;
+};
+
+// Walks a card file from its front. Behind the last byte all fields are empty.
+class CardFileReader {
+public:
+    explicit CardFileReader(std::string_view bytes) : rest_(bytes) {}
+
+    // A signed little-endian 16-bit number; 0 behind the end.
+    int number() {
+        if (rest_.size() < 2) {
+            rest_ = {};
+            return 0;
+        }
+        const unsigned low = static_cast<unsigned char>(rest_[0]);
+        const unsigned high = static_cast<unsigned char>(rest_[1]);
+        rest_.remove_prefix(2);
+        return static_cast<std::int16_t>(low | high << 8U);
+    }
+
+    // The next record; one of empty fields when less than a whole record is left.
+    RecordView record() {
+        std::array<std::string_view, kFieldsInRecord> fields;
+        for (std::string_view& field : fields) {
+            if (rest_.size() < 2) {
+                rest_ = {};
+                return {};
+            }
+            const std::size_t length = static_cast<std::uint16_t>(number());
+            if (length > rest_.size()) {
+                rest_ = {};
+                return {};
+            }
+            field = rest_.substr(0, length);
+            rest_.remove_prefix(length);
+        }
+        return {fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]};
+    }
+
+private:
+    std::string_view rest_;
+};
+
+bool isMark(std::string_view rarity) {
+    return rarity.size() == 1 && std::string_view("-=+.").find(rarity[0]) != std::string_view::npos;
+}
+
+Pool poolOf(char mark) {
+    return mark == '+' ? Pool::Rare : mark == '=' ? Pool::Uncommon : Pool::Common;
+}
+
+bool fitsOnWire(std::string_view token) {
+    return token.find_first_of("|~\r\n") == std::string_view::npos;
+}
+
+bool soundCounts(const std::array<int, 3>& counts) {
+    int sum = 0;
+    for (const int count : counts) {
+        if (count < 0 || count > kMostCardsInPack) {
+            return false;
+        }
+        sum += count;
+    }
+    return sum > 0 && sum <= kMostCardsInPack;
+}
+
+// Whether a list holds at least `count` different tokens.
+bool holdsDifferent(const std::vector<std::string>& tokens, int count) {
+    std::unordered_set<std::string_view> seen;
+    for (auto token = tokens.begin();
+         token != tokens.end() && seen.size() < static_cast<std::size_t>(count); ++token) {
+        if (!token->empty()) {
+            seen.insert(*token);
+        }
+    }
+    return seen.size() >= static_cast<std::size_t>(count);
+}
+
+char foldCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool differInCaseAlone(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return foldCase(x) == foldCase(y); });
+}
+
+// File names on the disk are Unicode; this is the one place of the heart that needs the code page.
+std::u8string fileNameFromCodePage(std::string_view bytes) {
+    static constexpr std::array<char16_t, 32> kUpperControls = {
+        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+    std::u16string wide;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        wide += byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80U]
+                                            : static_cast<char16_t>(byte);
+    }
+    return fs::path(wide).u8string();
+}
+
+std::string_view bytesOf(const std::u8string& text) {
+    return {reinterpret_cast<const char*>(text.data()), text.size()};
+}
+
+// Takes lines, ended by LF or CR LF or by the end of the text, off the front of a text.
+class LineReader {
+public:
+    explicit LineReader(std::string_view text) : rest_(text) {}
+
+    std::optional<std::string_view> line() {
+        if (rest_.empty()) {
+            return std::nullopt;
+        }
+        const std::size_t end = rest_.find('\n');
+        std::string_view line = rest_.substr(0, end);
+        rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        return line;
+    }
+
+    // Three numbers, separated by commas and blanks; the line of the third holds nothing more.
+    std::optional<std::array<int, 3>> numbers() {
+        std::array<int, 3> numbers{};
+        std::size_t have = 0;
+        while (have < numbers.size()) {
+            std::optional<std::string_view> text = line();
+            if (!text) {
+                return std::nullopt;
+            }
+            static constexpr std::string_view kSeparators = ", \t";
+            std::size_t at = 0;
+            while ((at = text->find_first_not_of(kSeparators, at)) != std::string_view::npos) {
+                const std::size_t end =
+                    std::min(text->find_first_of(kSeparators, at), text->size());
+                const std::optional<int> number = readNumber(text->substr(at, end - at));
+                if (!number || have == numbers.size()) {
+                    return std::nullopt;
+                }
+                numbers[have++] = *number;
+                at = end;
+            }
+        }
+        return numbers;
+    }
+
+private:
+    std::string_view rest_;
+};
+
+}  // namespace
+
+std::string setFileBase(std::string_view displayName) {
+    std::string base(displayName);
+    std::erase(base, ' ');
+    return base.substr(0, 8);
+}
+
+fs::path setFilePath(const fs::path& folder, std::string_view displayName,
+                     std::string_view extension) {
+    const std::string base = setFileBase(displayName);
+    if (base.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos) {
+        return folder / ".";  // no file can be called this
+    }
+    const std::u8string name = fileNameFromCodePage(base + std::string(extension));
+    const fs::path spelled = folder / fs::path(name);
+    std::error_code error;
+    if (fs::is_regular_file(spelled, error)) {
+        return spelled;
+    }
+
+    std::optional<fs::path> found;
+    fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const std::u8string other = entry->path().filename().u8string();
+        if (differInCaseAlone(bytesOf(other), bytesOf(name))) {
+            if (found) {
+                return spelled;
+            }
+            found = folder / fs::path(other);
+        }
+    }
+    return found.value_or(spelled);
+}
+
+std::optional<CardPools> readCardPools(const fs::path& file) {
+    const std::optional<std::string> bytes = readWhole(file);
+    if (!bytes || bytes->empty()) {
+        return std::nullopt;
+    }
+    CardFileReader reader(*bytes);
+    CardPools pools;
+    const auto count = [&pools](Pool pool) -> int& {
+        return pools.counts[static_cast<std::size_t>(pool)];
+    };
+    count(Pool::Rare) = reader.number();
+    count(Pool::Uncommon) = reader.number();
+    count(Pool::Common) = reader.number();
+    if (!soundCounts(pools.counts)) {
+        return std::nullopt;
+    }
+
+    RecordView record;
+    do {
+        record = reader.record();
+        if (!isMark(record.rarity)) {
+            return std::nullopt;
+        }
+        if (record.rarity == ".") {
+            continue;
+        }
+        std::vector<std::string>& tokens =
+            pools.tokens[static_cast<std::size_t>(poolOf(record.rarity[0]))];
+        if (tokens.size() == kMostCardsInPool) {
+            return std::nullopt;
+        }
+        tokens.reserve(kMostCardsInPool);
+        std::string& token = tokens.emplace_back();
+        token.reserve(record.color.size() + record.name.size());
+        token.append(record.color).append(record.name);
+        if (!fitsOnWire(token)) {
+            return std::nullopt;
+        }
+    } while (record.name != "END");
+
+    for (std::size_t i = 0; i < pools.counts.size(); ++i) {
+        if (!holdsDifferent(pools.tokens[i], pools.counts[i])) {
+            return std::nullopt;
+        }
+    }
+    return pools;
+}
+
+std::optional<CardRecord> scanForCard(const fs::path& file, std::string_view name) {
+    const std::optional<std::string> bytes = readWhole(file);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    CardFileReader reader(*bytes);
+    for (int i = 0; i < 3; ++i) {
+        reader.number();
+    }
+    RecordView record;
+    record.rarity = ".";
+    while (isMark(record.rarity) && record.name != "END" && record.name != name) {
+        record = reader.record();
+    }
+    return CardRecord{std::string(record.name),  std::string(record.rarity),
+                      std::string(record.color), std::string(record.cost),
+                      std::string(record.type),  std::string(record.text),
+                      std::string(record.pt)};
+}
+
+std::optional<OrderFile> readOrderFile(const fs::path& file) {
+    const std::optional<std::string> bytes = readWhole(file);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    LineReader reader(*bytes);
+    const auto counts = reader.numbers();
+    const auto lengths = reader.numbers();
+    if (!counts || !lengths || !soundCounts(*counts)) {
+        return std::nullopt;
+    }
+
+    OrderFile order;
+    order.counts = *counts;
+    for (std::size_t i = 0; i < order.lists.size(); ++i) {
+        const int length = (*lengths)[i];
+        const bool used = order.counts[i] > 0;
+        if (length < 0 || static_cast<std::size_t>(length) > bytes->size()) {
+            return std::nullopt;
+        }
+        std::vector<std::string>& list = order.lists[i];
+        list.reserve(static_cast<std::size_t>(length));
+        for (int k = 0; k < length; ++k) {
+            const std::optional<std::string_view> line = reader.line();
+            if (!line || (used && !fitsOnWire(*line))) {
+                return std::nullopt;
+            }
+            list.emplace_back(*line);
+        }
+        if (used && (list.size() < kShortestWalkedList || !holdsDifferent(list, order.counts[i]))) {
+            return std::nullopt;
+        }
+    }
+    return order;
+}
+
+}  // namespace packwise
