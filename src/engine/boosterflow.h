@@ -18,7 +18,8 @@ public:
 
     // A BPCK from that socket number: what is left of the pack before its seat. Ignored while no
     // draft runs, from a socket without a table position, from a seat that has already picked in
-    // this pass, and with a body that is no pack.
+    // this pass, and with a body that is no pack or not one card smaller than the pack before the
+    // seat.
     void onPackBack(int socket, std::string_view rest);
 
     // One tick of the timer: picks at random for each lost seat that has yet to pick.

@@ -23,7 +23,7 @@ struct DraftTable {
     DraftTable() { clear(); }
     void clear();
 
-    // Puts the seat index at the table position.
+    // Puts the seat index at the table position, both 0 to 7.
     void place(int seatIndex, int position);
 
     // The table position of a socket number, or -1 when it has none or is no seat's number.

@@ -5,6 +5,7 @@
 #include "engine/draft.h"
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 namespace packwise {
@@ -18,14 +19,15 @@ public:
 
     // Messages by socket number. Each is ignored where it is not awaited: outside its phase, a
     // second answer of one seat, from a socket without a table position, or a row that is no
-    // number or not among the remaining rows.
+    // number or not among the remaining rows. A pick counts as the turn under way, from whichever
+    // seat it comes.
     void onReviewDone(int socket);                  // RROK
     void onRandomMark(int socket);                  // RAND
     void onPick(int socket, std::string_view row);  // RPCK
     void onPauseDone(int socket);                   // RPOK
 
-    // A player has been lost while the draft runs: the seat counts as having answered what is
-    // awaited. (A turn of a lost seat is taken by the tick.)
+    // A player has been lost while the draft runs (the host already says so): the seat counts as
+    // having answered what is awaited. (A turn of a lost seat is taken by the tick.)
     void onSeatLost(int socket);
 
     // One tick of the timer: takes the turn of a lost seat.
@@ -38,7 +40,22 @@ public:
     int answers() const;                          // answers in the review or pause under way
 
 private:
-    enum class Phase { Idle, Review, Turns, Pause };
+    enum class Phase { Idle, Opening, Review, Turns, Pause };
+
+    // Marks the flow as busy: a loss of a seat inside one of its own writes is looked at later, so
+    // that messages go out in their order and no call nests.
+    class Busy;
+
+    void openPack();
+    void orderTurns();
+    void answer(int socket);
+    void settle();
+    bool settleOnce();
+    bool answerForOneLost();
+    bool allAnswered() const;
+    void nextTurn();
+    void endPack();
+    bool lost(std::size_t position) const;
 
     DraftHost& host_;
     DraftTable& table_;
@@ -47,6 +64,7 @@ private:
     int rochCards_ = 0;
     int rochTurn_ = 0;
     bool rochRandom_ = false;
+    bool busy_ = false;
     std::array<int, kMostCardsInPack> rochOrder_{};  // seat numbers, 1 to playerCount
     std::array<bool, kSeats> answered_{};            // by table position
 };

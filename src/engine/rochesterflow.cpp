@@ -1,0 +1,231 @@
+#include "engine/rochesterflow.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace packwise {
+
+class RochesterFlow::Busy {
+public:
+    explicit Busy(RochesterFlow& flow) : flow_(flow), before_(std::exchange(flow.busy_, true)) {}
+    ~Busy() { flow_.busy_ = before_; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    RochesterFlow& flow_;
+    bool before_;
+};
+
+void RochesterFlow::begin() {
+    rochSet_ = 1;
+    table_.roundNo = 1;
+    rochRandom_ = false;
+    phase_ = Phase::Opening;
+    settle();
+}
+
+void RochesterFlow::openPack() {
+    const std::optional<std::string> pack = host_.makePack(rochSet_ - 1);
+    if (!pack) {
+        phase_ = Phase::Idle;
+        return;
+    }
+    rochCards_ = std::min(countCards(*pack), kMostCardsInPack);
+    host_.broadcast("ROUN" + std::to_string(rochSet_) + ":" + std::to_string(table_.roundNo) +
+                    kTerminator);
+    host_.broadcast("BOOS" + *pack + kTerminator);
+    orderTurns();
+    rochTurn_ = 0;
+    answered_.fill(false);
+    phase_ = Phase::Review;
+    host_.broadcast("REVW~");
+}
+
+void RochesterFlow::orderTurns() {
+    const int seats = table_.playerCount;
+    const bool odd = rochSet_ % 2 == 1;
+    int seat = odd ? table_.roundNo : seats + 1 - table_.roundNo;
+    int direction = odd ? 1 : -1;
+    for (int i = 0; i < rochCards_; ++i) {
+        rochOrder_[static_cast<std::size_t>(i)] = seat;
+        if ((i + 1) % seats == 0) {
+            direction = -direction;
+            continue;
+        }
+        seat += direction;
+        if (seat > seats) {
+            seat = 1;
+        } else if (seat < 1) {
+            seat = seats;
+        }
+    }
+}
+
+void RochesterFlow::onReviewDone(int socket) {
+    if (phase_ == Phase::Review) {
+        answer(socket);
+    }
+}
+
+void RochesterFlow::onPauseDone(int socket) {
+    if (phase_ == Phase::Pause) {
+        answer(socket);
+    }
+}
+
+void RochesterFlow::answer(int socket) {
+    const int position = table_.positionOfSocket(socket);
+    if (position < 0 || answered_[static_cast<std::size_t>(position)]) {
+        return;
+    }
+    {
+        const Busy busy(*this);
+        answered_[static_cast<std::size_t>(position)] = true;
+        host_.broadcast("RSTA" + std::to_string(position) + kTerminator);
+    }
+    settle();
+}
+
+void RochesterFlow::onRandomMark(int socket) {
+    if (phase_ == Phase::Turns && table_.positionOfSocket(socket) >= 0) {
+        rochRandom_ = true;
+    }
+}
+
+void RochesterFlow::onPick(int socket, std::string_view row) {
+    const int position = table_.positionOfSocket(socket);
+    const std::optional<int> card = readNumber(row);
+    if (phase_ != Phase::Turns || position < 0 || !card || *card < 0 ||
+        *card >= rochCards_ - rochTurn_) {
+        return;
+    }
+    {
+        const Busy busy(*this);
+        const char* mark = std::exchange(rochRandom_, false) ? "!" : "";
+        ++rochTurn_;
+        host_.broadcast("RPCK" + std::to_string(position) + std::to_string(*card) + mark +
+                        kTerminator);
+        nextTurn();
+    }
+    settle();
+}
+
+void RochesterFlow::nextTurn() {
+    if (rochTurn_ >= rochCards_) {
+        endPack();
+        return;
+    }
+    const int seat = rochOrder_[static_cast<std::size_t>(rochTurn_)];
+    if (lost(static_cast<std::size_t>(seat - 1))) {
+        host_.enableRandoms();
+    }
+    host_.broadcast("TURN" + std::to_string(seat) + kTerminator);
+}
+
+void RochesterFlow::endPack() {
+    if (table_.roundNo == table_.playerCount && rochSet_ == table_.packCount) {
+        phase_ = Phase::Idle;
+        host_.draftOver();
+        host_.broadcast("OVER~");
+        return;
+    }
+    answered_.fill(false);
+    phase_ = Phase::Pause;
+    host_.broadcast("RPAU~");
+}
+
+void RochesterFlow::onSeatLost(int /*socket*/) {
+    settle();
+}
+
+void RochesterFlow::settle() {
+    if (busy_) {
+        return;
+    }
+    const Busy busy(*this);
+    while (settleOnce()) {
+    }
+}
+
+// One step that needs no message: an answer for a lost seat, or the way into the next phase. False
+// when the flow has to wait.
+bool RochesterFlow::settleOnce() {
+    switch (phase_) {
+        case Phase::Opening:
+            openPack();
+            return true;
+        case Phase::Review:
+            if (answerForOneLost()) {
+                return true;
+            }
+            if (!allAnswered()) {
+                return false;
+            }
+            phase_ = Phase::Turns;
+            nextTurn();
+            return true;
+        case Phase::Pause:
+            if (answerForOneLost()) {
+                return true;
+            }
+            if (!allAnswered()) {
+                return false;
+            }
+            if (++table_.roundNo > table_.playerCount) {
+                table_.roundNo = 1;
+                ++rochSet_;
+            }
+            phase_ = Phase::Opening;
+            return true;
+        case Phase::Idle:
+        case Phase::Turns:
+            return false;
+    }
+    return false;
+}
+
+bool RochesterFlow::answerForOneLost() {
+    for (std::size_t i = 0; i < static_cast<std::size_t>(table_.playerCount); ++i) {
+        if (!answered_[i] && lost(i)) {
+            answered_[i] = true;
+            host_.broadcast("RSTA" + std::to_string(i) + kTerminator);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool RochesterFlow::allAnswered() const {
+    return std::count(answered_.begin(), answered_.end(), true) == table_.playerCount;
+}
+
+bool RochesterFlow::lost(std::size_t position) const {
+    return host_.dropped(table_.socketAt[position]);
+}
+
+int RochesterFlow::answers() const {
+    return phase_ == Phase::Review || phase_ == Phase::Pause
+               ? static_cast<int>(std::count(answered_.begin(), answered_.end(), true))
+               : 0;
+}
+
+void RochesterFlow::onRandomsTick() {
+    settle();
+    if (phase_ != Phase::Turns || busy_) {
+        return;
+    }
+    const auto position =
+        static_cast<std::size_t>(rochOrder_[static_cast<std::size_t>(rochTurn_)] - 1);
+    if (!lost(position)) {
+        return;
+    }
+    const int rows = rochCards_ - rochTurn_;
+    const int row = std::min(static_cast<int>(rows * host_.draw()), rows - 1);
+    rochRandom_ = true;
+    onPick(table_.socketAt[position], std::to_string(row));
+}
+
+}  // namespace packwise
