@@ -1,0 +1,45 @@
+// About: what the program is, and the address of its web page. A press of the mouse anywhere but on
+// the address closes it.
+#pragma once
+
+#include "common/shell.h"
+#include "platform/form.h"
+
+class QLabel;
+
+namespace packwise {
+
+inline constexpr const char16_t* kWebPage = u"https://packwise.example/";
+
+class FrmInfo : public Form {
+    Q_OBJECT
+public:
+    explicit FrmInfo(Shell& shell);
+
+    QLabel* lblPackwise;
+    QLabel* lblVersion;
+    QLabel* lblStuff;
+    QLabel* Label1;  // whose the game is
+    QLabel* Label2;  // credits
+    QLabel* lblSiteLink;
+
+    // Shows the window over all others and returns once it is hidden.
+    void showModally();
+
+    void Form_MouseDown();
+    void lblSiteLink_MouseDown();
+
+Q_SIGNALS:
+    void hidden();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    QLabel* addLabel(const QString& name, const QString& text);
+    void layOut();
+};
+
+}  // namespace packwise

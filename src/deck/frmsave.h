@@ -1,0 +1,54 @@
+// Save As: the folder and the name for a deck file. dlbDir and txtSaveName are the store of both.
+#pragma once
+
+#include "common/shell.h"
+#include "deck/dirlistbox.h"
+#include "platform/form.h"
+#include "platform/listbox.h"
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+
+namespace packwise {
+
+class FrmSave : public Form {
+    Q_OBJECT
+public:
+    explicit FrmSave(Shell& shell);
+
+    QComboBox* dlbDrive;  // mounted volumes
+    DirListBox* dlbDir;
+    ListBox* flbFile;  // the deck files in the folder
+    QLineEdit* txtSaveName;
+    QPushButton* cmdOK;
+    QPushButton* cmdCancel;
+
+    // The full path to save to, as chosen and typed.
+    QString SaveName() const;
+
+    void dlbDrive_Change();
+    void dlbDir_Change();
+    void flbFile_Click();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+Q_SIGNALS:
+    // The window is hidden by then.
+    void okPressed();
+    void cancelled();  // also by the close box
+
+protected:
+    bool queryUnload(UnloadMode mode) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void Form_Load();
+    void placeControls();
+    void connectControls();
+
+    Shell& shell_;
+};
+
+}  // namespace packwise
