@@ -1,0 +1,151 @@
+#include "engine/boosterflow.h"
+
+#include "engine/fakehost.h"
+
+#include <gmock/gmock.h>
+
+namespace packwise {
+namespace {
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+// The message of a player who takes the first card of the pack last sent to him.
+std::string pickFirst(const FakeHost& host, int socket) {
+    const std::string& pack = host.lastBoos.at(static_cast<std::size_t>(socket));
+    return "BPCK" + pack.substr(pack.find('|') + 1);
+}
+
+void everybodyPicks(FakeHost& host) {
+    for (int socket = 1; socket <= host.table.playerCount; ++socket) {
+        host.receive(socket, pickFirst(host, socket));
+    }
+}
+
+TEST(BoosterFlow, PacksGoUpInOddRoundsAndDownInEvenOnes) {
+    FakeHost host(3, 3);
+    host.cards = 2;
+    host.sets = {"Ice Age", "ice age", "Alliances", "", "", ""};
+    host.booster.begin();
+    EXPECT_THAT(host.take(), ElementsAre("ROUN1", "SNOW", "1:BOOSU0a0|U0a1|", "2:BOOSU0b0|U0b1|",
+                                         "3:BOOSU0c0|U0c1|"));
+    host.receive(2, "BPCKU0b1|");
+    host.receive(3, "BPCKU0c1|");
+    host.receive(1, "BPCKU0a0|");
+    EXPECT_THAT(host.take(), ElementsAre("BSTA1", "BSTA2", "BSTA0", "1:BOOSU0c1|", "2:BOOSU0a0|",
+                                         "3:BOOSU0b1|"));
+    everybodyPicks(host);
+    EXPECT_THAT(host.take(), ElementsAre("BSTA0", "BSTA1", "BSTA2", "ROUN2", "1:BOOSU1d0|U1d1|",
+                                         "2:BOOSU1e0|U1e1|", "3:BOOSU1f0|U1f1|"));
+    everybodyPicks(host);
+    EXPECT_THAT(host.take(), ElementsAre("BSTA0", "BSTA1", "BSTA2", "1:BOOSU1e1|", "2:BOOSU1f1|",
+                                         "3:BOOSU1d1|"));
+    everybodyPicks(host);
+    EXPECT_THAT(host.take(), AllOf(Contains("ROUN3"), Contains("SNOW")));
+    everybodyPicks(host);
+    everybodyPicks(host);
+    EXPECT_THAT(host.take(), Contains("OVER"));
+    EXPECT_TRUE(host.over);
+    EXPECT_FALSE(host.booster.running());
+    host.receive(1, "BPCK");
+    host.booster.onRandomsTick();
+    EXPECT_THAT(host.take(), IsEmpty());
+}
+
+TEST(BoosterFlow, OnePlayerTakesEachPackAlone) {
+    FakeHost host(1, 3);
+    host.booster.begin();
+    for (int i = 0; i < 9; ++i) {
+        EXPECT_FALSE(host.over);
+        host.receive(1, pickFirst(host, 1));
+    }
+    EXPECT_TRUE(host.over);
+}
+
+TEST(BoosterFlow, IgnoresWhatWouldBreakTheLockStep) {
+    FakeHost host(2, 3);
+    host.receive(1, "BPCK");
+    EXPECT_THAT(host.sent, IsEmpty());
+    host.booster.begin();
+    host.take();
+    for (const char* bad :
+         {"BPCK", "BPCKU0a1|", "BPCKU0a0|U0a1|U0a2|", "BPCKU0a1|U0a2", "BPCKU0a1|U0a2|x", "BPCK||",
+          "BPCKU0a1||", "BPCK|U0a1|U0a2|", "BPCKa|a|a|a|a|a|a|a|a|a|a|a|a|a|a|a|"}) {
+        host.receive(1, bad);
+        EXPECT_THAT(host.sent, IsEmpty()) << bad;
+    }
+    for (const int stranger : {0, 3, 8, 9, -1}) {
+        host.receive(stranger, "BPCKU0a1|U0a2|");
+        EXPECT_THAT(host.sent, IsEmpty()) << stranger;
+    }
+    host.receive(1, "BPCKU0a1|U0a2|");
+    host.receive(1, "BPCKU0a1|U0a2|");
+    host.receive(1, "BPCKU0a2|");
+    EXPECT_THAT(host.take(), ElementsAre("BSTA0"));
+    EXPECT_EQ(host.booster.picksIn(), 1);
+}
+
+TEST(BoosterFlow, LostSeatsArePickedForOncePerPass) {
+    FakeHost host(3, 3);
+    host.uniform = [] { return 0.99; };
+    host.booster.begin();
+    host.lose(2);
+    host.take();
+    host.tick();
+    host.tick();
+    EXPECT_THAT(host.take(), ElementsAre("BSTA1")) << "the last card, and only once";
+    EXPECT_EQ(host.booster.seatPack(1), "U0b0|U0b1|");
+    host.receive(1, pickFirst(host, 1));
+    host.lose(3);
+    host.take();
+    host.tick();
+    EXPECT_THAT(host.take(), ElementsAre("BSTA2", "1:BOOSU0c0|U0c1|"));
+
+    int ticks = 0;
+    for (; !host.over && ticks < 100; ++ticks) {
+        host.receive(1, pickFirst(host, 1));
+        host.tick();
+    }
+    EXPECT_EQ(ticks, 8);
+    EXPECT_THAT(host.sent, Not(Contains(testing::HasSubstr("2:BOOS"))));
+}
+
+TEST(BoosterFlow, ASeatLostInsideAWriteIsAnsweredForAndTheOthersGetTheirPacks) {
+    for (const std::string where : {"ROUN1", "BOOSU0a0|U0a1|U0a2|", "BSTA0", "BSTA1", "ROUN2"}) {
+        FakeHost host(2, 3);
+        host.onWrite = [&host, where](int, std::string_view text) {
+            if (text == where) {
+                host.lose(1);
+            }
+        };
+        host.booster.begin();
+        int ticks = 0;
+        for (; !host.over && ticks < 100; ++ticks) {
+            for (const int socket : {1, 2}) {
+                if (!host.dropped(socket)) {
+                    host.receive(socket, pickFirst(host, socket));
+                }
+            }
+            host.tick();
+        }
+        EXPECT_TRUE(host.dropped(1)) << where;
+        EXPECT_LE(ticks, 10) << where;
+    }
+}
+
+TEST(BoosterFlow, StopsWithoutAWordWhenNoPackCanBeDealt) {
+    FakeHost host(2, 3);
+    host.packsToMake = 1;
+    host.booster.begin();
+    host.lose(1);
+    host.tick();
+    host.receive(2, "BPCK");
+    EXPECT_THAT(host.take(), ElementsAre("ROUN1"));
+    EXPECT_FALSE(host.booster.running());
+}
+
+}  // namespace
+}  // namespace packwise

@@ -1,0 +1,200 @@
+#include "engine/rochesterflow.h"
+
+#include "engine/fakehost.h"
+
+#include <gmock/gmock.h>
+
+namespace packwise {
+namespace {
+
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+void all(FakeHost& host, std::string_view message) {
+    for (int socket = 1; socket <= host.table.playerCount; ++socket) {
+        if (!host.dropped(socket)) {
+            host.receive(socket, message);
+        }
+    }
+}
+
+// Plays the turns of the pack under way and gives the seat numbers of its TURNs.
+std::string playTurns(FakeHost& host) {
+    std::string turns;
+    all(host, "RROK");
+    for (int i = 0; i < host.cards; ++i) {
+        for (const std::string& message : host.take()) {
+            if (message.starts_with("TURN")) {
+                turns += message.substr(4);
+            }
+        }
+        host.receive(turns.back() - '0', "RPCK0");
+    }
+    all(host, "RPOK");
+    return turns;
+}
+
+TEST(RochesterFlow, TurnsSnakeRoundTheTable) {
+    FakeHost host(3, 3);
+    host.cards = 15;
+    host.rochester.begin();
+    for (const char* turns :
+         {"123321123321123", "231132231132231", "312213312213312", "321123321123321",
+          "213312213312213", "132231132231132", "123321123321123"}) {
+        EXPECT_EQ(playTurns(host), turns);
+    }
+    FakeHost four(4, 3);
+    four.cards = 15;
+    four.rochester.begin();
+    EXPECT_EQ(playTurns(four), "123443211234432");
+    FakeHost one(1, 3);
+    one.rochester.begin();
+    EXPECT_EQ(playTurns(one), "111");
+}
+
+TEST(RochesterFlow, OnePackOnTheWire) {
+    FakeHost host(2, 3);
+    host.cards = 2;
+    host.sets[0] = "Ice Age";
+    host.rochester.begin();
+    EXPECT_THAT(host.take(), ElementsAre("ROUN1:1", "BOOSU0a0|U0a1|", "REVW"));
+    host.receive(2, "RROK");
+    host.receive(1, "RROK");
+    EXPECT_THAT(host.take(), ElementsAre("RSTA1", "RSTA0", "TURN1"));
+    host.receive(1, "RAND");
+    host.receive(1, "RPCK1");
+    host.receive(2, "RPCK0");
+    EXPECT_THAT(host.take(), ElementsAre("RPCK01!", "TURN2", "RPCK10", "RPAU"));
+    all(host, "RPOK");
+    EXPECT_THAT(host.take(), ElementsAre("RSTA0", "RSTA1", "ROUN1:2", "BOOSU0b0|U0b1|", "REVW"));
+    for (int i = 0; i < 4; ++i) {
+        playTurns(host);
+    }
+    EXPECT_THAT(host.take(), Contains("ROUN3:2"));
+    playTurns(host);
+    EXPECT_THAT(host.take(), AllOf(Contains("OVER"), Not(Contains("RPAU"))));
+    EXPECT_TRUE(host.over);
+    all(host, "RPOK");
+    EXPECT_THAT(host.take(), IsEmpty());
+}
+
+TEST(RochesterFlow, IgnoresWhatIsNotAwaited) {
+    FakeHost host(2, 3);
+    const auto ignores = [&host](int socket, std::string_view message) {
+        host.take();
+        const int answers = host.rochester.answers();
+        const int turn = host.rochester.rochTurn();
+        host.receive(socket, message);
+        EXPECT_THAT(host.sent, IsEmpty()) << message;
+        EXPECT_EQ(host.rochester.answers(), answers) << message;
+        EXPECT_EQ(host.rochester.rochTurn(), turn) << message;
+    };
+    for (const char* early : {"RROK", "RPOK", "RPCK0", "RAND"}) {
+        ignores(1, early);
+    }
+    host.rochester.begin();
+    host.receive(1, "RROK");
+    ignores(1, "RROK");
+    ignores(2, "RPOK");
+    ignores(2, "RPCK0");
+    ignores(2, "RAND");
+    ignores(3, "RROK");
+    host.receive(2, "RROK");
+    for (const char* row : {"RPCK", "RPCK3", "RPCK-1", "RPCK0!", "RPCKx", "RPCK99999999999"}) {
+        ignores(1, row);
+    }
+    ignores(3, "RPCK0");
+    ignores(0, "RPCK0");
+    ignores(1, "RROK");
+    host.receive(1, "RPCK2");
+    EXPECT_THAT(host.take(), ElementsAre("RPCK02", "TURN2")) << "the early mark is forgotten";
+    ignores(2, "RPCK2");
+    host.receive(2, "RPCK1");
+    host.receive(2, "RPCK0");
+    host.receive(1, "RPOK");
+    ignores(1, "RPOK");
+    ignores(2, "RROK");
+}
+
+TEST(RochesterFlow, LostSeatsAnswerAtOnceAndTheirTurnsAreTakenByTicks) {
+    FakeHost host(3, 3);
+    host.uniform = [] { return 0.99; };
+    host.rochester.begin();
+    host.receive(1, "RROK");
+    host.receive(2, "RROK");
+    host.take();
+    host.lose(3);
+    EXPECT_THAT(host.take(), ElementsAre("RSTA2", "TURN1"));
+    host.tick();
+    EXPECT_THAT(host.take(), IsEmpty()) << "a player who is there is waited for";
+    host.receive(1, "RAND");
+    host.lose(1);
+    host.take();
+    host.tick();
+    EXPECT_THAT(host.take(), ElementsAre("RPCK02!", "TURN2"));
+    host.receive(2, "RPCK0");
+    host.tick();
+    EXPECT_THAT(host.take(), ElementsAre("RPCK10", "TURN3", "RPCK20!", "RPAU", "RSTA0", "RSTA2"));
+    host.receive(2, "RPOK");
+    EXPECT_THAT(host.take(),
+                ElementsAre("RSTA1", "ROUN1:2", "BOOSU0b0|U0b1|U0b2|", "REVW", "RSTA0", "RSTA2"));
+    host.lose(2);
+    int ticks = 0;
+    for (; !host.over && ticks < 1000; ++ticks) {
+        host.tick();
+    }
+    EXPECT_EQ(ticks, 8 * 3) << "one card a tick";
+}
+
+TEST(RochesterFlow, ASeatLostInsideAWriteKeepsTheOrderOfMessages) {
+    for (const std::string where : {"ROUN1:1", "BOOSU0a0|", "REVW", "RSTA0", "RSTA1", "TURN1",
+                                    "RPCK00", "RPAU", "TURN2", "ROUN1:2"}) {
+        FakeHost host(2, 3);
+        host.cards = 1;
+        host.onWrite = [&host, where](int, std::string_view text) {
+            if (text == where) {
+                host.lose(2);
+            }
+        };
+        host.rochester.begin();
+        std::string trace;
+        for (int i = 0; !host.over && i < 100; ++i) {
+            host.receive(1, "RROK");
+            host.receive(1, "RPCK0");
+            host.receive(1, "RPOK");
+            if (!host.dropped(2)) {
+                host.receive(2, "RROK");
+                host.receive(2, "RPCK0");
+                host.receive(2, "RPOK");
+            }
+            host.tick();
+        }
+        EXPECT_TRUE(host.over) << where;
+        int answers = 0;
+        for (const std::string& message : host.take()) {
+            if (message == "REVW" || message == "RPAU") {
+                answers = 0;
+            } else if (message.starts_with("RSTA")) {
+                EXPECT_LE(++answers, 2) << where;
+            } else if (message.starts_with("TURN") || message.starts_with("ROUN")) {
+                EXPECT_EQ(answers, message == "ROUN1:1" ? 0 : 2) << where << ' ' << message;
+            }
+        }
+    }
+}
+
+TEST(RochesterFlow, StopsWithoutAWordWhenNoPackCanBeDealt) {
+    FakeHost host(2, 3);
+    host.packsToMake = 0;
+    host.rochester.begin();
+    host.lose(1);
+    host.tick();
+    EXPECT_THAT(host.take(), IsEmpty());
+    EXPECT_FALSE(host.rochester.running());
+}
+
+}  // namespace
+}  // namespace packwise
