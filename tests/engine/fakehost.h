@@ -28,7 +28,6 @@ public:
     DraftTable table;
     BoosterFlow booster{*this, table};
     RochesterFlow rochester{*this, table};
-    bool rochesterDraft = false;
 
     // "2:BOOS..." for a message to one, the message alone for one to all; no terminators.
     std::vector<std::string> sent;
