@@ -1,0 +1,182 @@
+#include "companions/frmcard.h"
+
+#include "common/codepage.h"
+#include "engine/cardset.h"
+#include "platform/look.h"
+#include "platform/twips.h"
+
+#include <QDir>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScreen>
+
+#include <filesystem>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kWidth = 3600;  // twips
+constexpr int kHeight = 4800;
+constexpr int kCallerGap = 240;  // between the caller's right edge and this window
+
+constexpr int kTextSize = 10;  // pixels
+constexpr int kStrengthSize = 16;
+
+const CardRecord kNoRecord{"END", ".", "", "", "", "", ""};
+
+QString rarityText(const std::string& mark) {
+    if (mark == "-") {
+        return u"Common"_s;
+    }
+    return mark == "=" ? u"Uncommon"_s : u"Rare"_s;
+}
+
+}  // namespace
+
+FrmCard::FrmCard(Shell&)
+    : Form(u"frmCard"_s, QString(), FormBorder::None),
+      shaBorder(new Shape(ShapeKind::Rectangle, this)),
+      lblName(new QLabel(this)),
+      lblCost(new QLabel(this)),
+      lblType(new QLabel(this)),
+      lblText(new QLabel(this)),
+      lblPT(new QLabel(this)),
+      lblRarity(new QLabel(this)) {
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAccessibleName(u"Card"_s);
+    QPalette paper = palette();
+    paper.setColor(QPalette::Window, Qt::white);
+    setPalette(paper);
+    layOut();
+}
+
+void FrmCard::layOut() {
+    setClientSizeTwips(kWidth, kHeight);
+    shaBorder->setObjectName(u"shaBorder"_s);
+    shaBorder->setFilled(false);
+    shaBorder->setBorderColor(QColor(192, 192, 192));
+    shaBorder->setGeometry(rect());
+
+    struct Look {
+        QLabel* label;
+        const char16_t* name;
+        const char16_t* spoken;
+        int pixelSize;  // 0: the application's
+        bool bold;
+        Qt::Alignment alignment;
+    };
+    const Look looks[] = {
+        {lblName, u"lblName", u"Card name", 0, true, Qt::AlignLeft | Qt::AlignTop},
+        {lblCost, u"lblCost", u"Cost", 0, false, Qt::AlignRight | Qt::AlignTop},
+        {lblType, u"lblType", u"Type", 0, false, Qt::AlignLeft | Qt::AlignTop},
+        {lblText, u"lblText", u"Rules text", kTextSize, false, Qt::AlignLeft | Qt::AlignTop},
+        {lblPT, u"lblPT", u"Power and toughness", kStrengthSize, true,
+         Qt::AlignRight | Qt::AlignBottom},
+        {lblRarity, u"lblRarity", u"Rarity", kTextSize, false, Qt::AlignLeft | Qt::AlignBottom}};
+    for (const Look& look : looks) {
+        nameControl(*look.label, QString::fromUtf16(look.name));
+        look.label->setAccessibleDescription(QString::fromUtf16(look.spoken));
+        look.label->setTextFormat(Qt::PlainText);
+        look.label->setAlignment(look.alignment);
+        QFont font = look.label->font();
+        font.setPixelSize(look.pixelSize > 0 ? look.pixelSize : font.pixelSize());
+        font.setBold(look.bold);
+        look.label->setFont(font);
+    }
+    for (QLabel* label : {lblName, lblType, lblText}) {
+        label->setWordWrap(true);
+    }
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(10, 10, 10, 8);
+    grid->setVerticalSpacing(6);
+    grid->addWidget(lblName, 0, 0);
+    grid->addWidget(lblCost, 0, 1);
+    grid->addWidget(lblType, 1, 0, 1, 2);
+    grid->addWidget(lblText, 2, 0, 1, 2);
+    grid->addWidget(lblRarity, 3, 0);
+    grid->addWidget(lblPT, 3, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(2, 1);
+}
+
+void FrmCard::Card(const QString& name, const QStringList& sets) {
+    moveIntoView();
+    show();
+    raise();
+    lblName->setText(u"Scanning..."_s);
+    repaint();
+    const std::filesystem::path folder = QDir::current().filesystemAbsolutePath();
+    const std::string wanted = toBytes(name);
+    QString before;
+    for (const QString& set : sets) {
+        const bool again = set == before;
+        before = set;
+        if (again || set.isEmpty()) {
+            continue;
+        }
+        // A file that cannot be opened does not hold the card.
+        const CardRecord record =
+            scanForCard(setFilePath(folder, toBytes(set), kCardFileExtension), wanted)
+                .value_or(kNoRecord);
+        showRecord(name, record);
+        if (record.name == wanted) {
+            return;
+        }
+    }
+}
+
+void FrmCard::showRecord(const QString& name, const CardRecord& record) {
+    const bool sound = record.rarity == "-" || record.rarity == "=" || record.rarity == "+" ||
+                       record.rarity == ".";
+    if (!sound) {
+        lblName->setText(u"Error in datafile"_s);
+    } else {
+        lblName->setText(name);
+        lblText->setText(fromBytes(record.text));
+        lblType->setText(fromBytes(record.type));
+        lblCost->setText(fromBytes(record.cost));
+        lblPT->setText(fromBytes(record.pt));
+        if (record.rarity != ".") {
+            lblRarity->setText(rarityText(record.rarity));
+        }
+    }
+    if (record.name == "END") {
+        lblText->setText(u"Card not found"_s);
+    }
+}
+
+void FrmCard::moveIntoView() {
+    const QPoint besideCaller = pos() - QPoint(toPixels(kCallerGap) + 10, -10);
+    const QScreen* screen = QGuiApplication::screenAt(besideCaller);
+    if (!screen) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    if (!screen) {
+        return;
+    }
+    const QRect space = screen->availableGeometry();
+    QRect place(pos(), size());
+    place.moveRight(std::min(place.right(), space.right()));
+    place.moveBottom(std::min(place.bottom(), space.bottom()));
+    place.moveLeft(std::max(place.left(), space.left()));
+    place.moveTop(std::max(place.top(), space.top()));
+    move(place.topLeft());
+}
+
+// The labels let every press through to the window.
+void FrmCard::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+    Form_MouseDown();
+}
+
+void FrmCard::Form_MouseDown() {
+    hide();
+}
+
+}  // namespace packwise

@@ -1,0 +1,153 @@
+#include "companions/frminfo.h"
+
+#include "platform/look.h"
+#include "platform/shape.h"
+#include "platform/twips.h"
+
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QUrl>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Twips.
+constexpr int kWidth = 5400;
+constexpr int kHeight = 4050;
+constexpr int kLeft = 360;
+constexpr int kInner = kWidth - 2 * kLeft;
+
+struct Place {
+    int top;
+    int height;
+};
+constexpr Place kPackwise{270, 720};
+constexpr Place kVersion{990, 300};
+constexpr Place kStuff{1380, 255};
+constexpr Place kNotice{1800, 780};
+constexpr Place kCredits{2730, 540};
+constexpr Place kSiteLink{3420, 300};
+constexpr int kLines[] = {1710, 2655, 3345};
+
+void setColor(QLabel& label, const QColor& color) {
+    QPalette colors = label.palette();
+    colors.setColor(QPalette::WindowText, color);
+    label.setPalette(colors);
+}
+
+}  // namespace
+
+FrmInfo::FrmInfo(Shell&)
+    : Form(u"frmInfo"_s, QString(), FormBorder::None),
+      lblPackwise(addLabel(u"lblPackwise"_s, u"Packwise"_s)),
+      lblVersion(addLabel(u"lblVersion"_s, u"Version 1.41 beta"_s)),
+      lblStuff(addLabel(u"lblStuff"_s, u"hold on, stay inside."_s)),
+      Label1(addLabel(u"Label1"_s,
+                      u"Magic: the Gathering, its artwork, its edition names and the texts of its "
+                      u"cards belong to the publisher of the game. Packwise has no part in it."_s)),
+      Label2(addLabel(u"Label2"_s,
+                      u"Made by people who like to draft, for friends who draft "
+                      u"together."_s)),
+      lblSiteLink(addLabel(u"lblSiteLink"_s, QString::fromUtf16(kWebPage))) {
+    setAccessibleName(u"About Packwise"_s);
+    setWindowModality(Qt::ApplicationModal);
+    QPalette paper = palette();
+    paper.setColor(QPalette::Window, Qt::white);
+    setPalette(paper);
+    layOut();
+    lblSiteLink->setCursor(Qt::PointingHandCursor);
+    lblSiteLink->installEventFilter(this);
+}
+
+QLabel* FrmInfo::addLabel(const QString& name, const QString& text) {
+    auto* label = new QLabel(text, this);
+    nameControl(*label, name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+void FrmInfo::layOut() {
+    setClientSizeTwips(kWidth, kHeight);
+    auto* outline = new Shape(ShapeKind::Rectangle, this);
+    outline->setFilled(false);
+    outline->setBorderColor(QColor(160, 160, 160));
+    outline->setGeometry(rect());
+    outline->lower();
+    for (const int top : kLines) {
+        auto* line = new Shape(ShapeKind::Rectangle, this);
+        line->setBordered(false);
+        line->setFillColor(QColor(200, 200, 200));
+        line->setGeometry(rectFromTwips(kLeft, top, kInner, kTwipsPerPixel));
+    }
+    const std::pair<QLabel*, Place> places[] = {{lblPackwise, kPackwise}, {lblVersion, kVersion},
+                                                {lblStuff, kStuff},       {Label1, kNotice},
+                                                {Label2, kCredits},       {lblSiteLink, kSiteLink}};
+    for (const auto& [label, place] : places) {
+        label->setGeometry(rectFromTwips(kLeft, place.top, kInner, place.height));
+    }
+    QFont font = lblPackwise->font();
+    font.setPixelSize(36);
+    font.setBold(true);
+    lblPackwise->setFont(font);
+    font.setPixelSize(13);
+    lblVersion->setFont(font);
+    setColor(*lblVersion, QColor(214, 108, 0));
+    lblStuff->setFont(fixedPitchFont(12));
+    font = lblSiteLink->font();
+    font.setUnderline(true);
+    lblSiteLink->setFont(font);
+    setColor(*lblSiteLink, QColor(0, 0, 238));
+    // Only the words open the page.
+    lblSiteLink->resize(lblSiteLink->sizeHint().width(), lblSiteLink->height());
+}
+
+void FrmInfo::showModally() {
+    if (isVisible()) {
+        present();
+        return;
+    }
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        move(screen->availableGeometry().center() - rect().center());
+    }
+    QEventLoop wait;
+    connect(this, &FrmInfo::hidden, &wait, &QEventLoop::quit);
+    present();
+    wait.exec();
+}
+
+void FrmInfo::hideEvent(QHideEvent* event) {
+    Form::hideEvent(event);
+    Q_EMIT hidden();
+}
+
+bool FrmInfo::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == lblSiteLink && event->type() == QEvent::MouseButtonPress) {
+        lblSiteLink_MouseDown();
+        return true;
+    }
+    return Form::eventFilter(watched, event);
+}
+
+// The other labels let every press through to the window.
+void FrmInfo::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+    Form_MouseDown();
+}
+
+void FrmInfo::Form_MouseDown() {
+    hide();
+}
+
+void FrmInfo::lblSiteLink_MouseDown() {
+    QDesktopServices::openUrl(QUrl(QString::fromUtf16(kWebPage)));
+}
+
+}  // namespace packwise

@@ -1,0 +1,231 @@
+#include "companions/frmmessage.h"
+
+#include "common/codepage.h"
+#include "common/protocol.h"
+#include "common/settings.h"
+#include "companions/chatfold.h"
+#include "platform/look.h"
+#include "platform/twips.h"
+
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QTextDocument>
+
+#include <algorithm>
+#include <cmath>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Twips; sizes of the window with its nominal frame.
+constexpr int kLeastWidth = 5895;
+constexpr int kLeastHeight = 2385;
+constexpr int kBesideMessages = 1560;  // window width less the width of lstMessage
+constexpr int kOverlap = 15;
+constexpr int kFrameWidth = 120;
+constexpr int kAboveAndFrame = 765;  // window height less the height of the lists
+constexpr int kSendHeight = 360;
+
+constexpr int kLeastLines = 8;
+constexpr int kLeastChars = 32;
+constexpr int kSmallestFont = 8;  // pixels
+constexpr int kLargestFont = 16;
+
+const QString kActionPrefix = u"/me "_s;
+
+// To the nearest whole number, a half to the even one.
+int nearest(double value) {
+    return static_cast<int>(std::lrint(value));
+}
+
+// What a list's frame and the margins of its rows take of its width.
+double takenOfWidth(const ListBox& list) {
+    const int margin = list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1;
+    return 2.0 * (list.frameWidth() + margin);
+}
+
+double takenOfHeight(const ListBox& list) {
+    return 2.0 * list.frameWidth();
+}
+
+}  // namespace
+
+FrmMessage::FrmMessage(Shell& shell, ClientLink& client)
+    : Form(u"frmMessage"_s, u"Packwise Chats"_s, FormBorder::Sizable),
+      txtSend(new QPlainTextEdit(this)),
+      lstMessage(new ListBox(this)),
+      lstNames(new ListBox(this)),
+      shell_(shell),
+      client_(client) {
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    nameControl(*txtSend, u"txtSend"_s, u"Chat line"_s);
+    txtSend->setTabChangesFocus(true);
+    txtSend->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtSend->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    txtSend->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    txtSend->document()->setDocumentMargin(3);
+    txtSend->installEventFilter(this);
+    connect(txtSend, &QPlainTextEdit::textChanged, this, &FrmMessage::removeLineBreaks);
+    nameControl(*lstMessage, u"lstMessage"_s, u"Chat"_s);
+    nameControl(*lstNames, u"lstNames"_s, u"Players"_s);
+    for (ListBox* list : {lstMessage, lstNames}) {
+        list->setShowOnly();
+        list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+    chooseFont();
+    setMinimumSize(toPixels(kLeastWidth - kFrameWidth),
+                   toPixels(kLeastHeight - kAboveAndFrame + kSendHeight));
+    Form_Load();
+}
+
+// The smallest list shows 8 lines of 32 characters. The font is the largest that fits them, and
+// what is left of the width goes between the characters.
+void FrmMessage::chooseFont() {
+    const double width = toPixels(kLeastWidth - kBesideMessages) - takenOfWidth(*lstMessage);
+    const double height = toPixels(kLeastHeight - kAboveAndFrame) - takenOfHeight(*lstMessage);
+    charWidth_ = width / kLeastChars;
+    rowHeight_ = static_cast<int>(height) / kLeastLines;
+    for (int size = kLargestFont; size >= kSmallestFont; --size) {
+        QFont font = fixedPitchFont(size, true);
+        const QFontMetricsF metrics(font);
+        const double advance = metrics.horizontalAdvance(u'0');
+        const bool fits = advance <= charWidth_ && metrics.height() < rowHeight_ + 1;
+        if (fits || size == kSmallestFont) {
+            font.setLetterSpacing(QFont::AbsoluteSpacing, charWidth_ - advance);
+            lstMessage->setFont(font);
+            return;
+        }
+    }
+}
+
+void FrmMessage::Form_Load() {
+    loaded_ = true;
+    lstMessage->clear();
+    lstNames->fill(kSeats, u" "_s);
+    int width = kLeastWidth;
+    int height = kLeastHeight;
+    readNumberPair(setting::messageSize.read(shell_.settings()), width, height);
+    setSizeTwips(std::clamp(width, kLeastWidth, 60000), std::clamp(height, kLeastHeight, 60000));
+    restorePlace(setting::messagePlace.read(shell_.settings()));
+    Form_Resize();
+}
+
+void FrmMessage::Form_Resize() {
+    if (isMinimized()) {
+        return;
+    }
+    const int listWidth = widthTwips() - kBesideMessages;
+    const int listHeight = heightTwips() - kAboveAndFrame;
+    const int namesLeft = listWidth - kOverlap;
+    txtSend->setGeometry(rectFromTwips(0, 0, widthTwips() - kFrameWidth, kSendHeight));
+    lstMessage->setGeometry(rectFromTwips(0, kSendHeight, listWidth, listHeight));
+    lstNames->setGeometry(
+        rectFromTwips(namesLeft, kSendHeight, widthTwips() - kFrameWidth - namesLeft, listHeight));
+    maxLines = nearest((lstMessage->height() - takenOfHeight(*lstMessage)) / rowHeight_);
+    maxChars = nearest((lstMessage->width() - takenOfWidth(*lstMessage)) / charWidth_);
+    while (lstMessage->count() > maxLines) {
+        lstMessage->removeRow(0);
+    }
+    lstMessage->scrollToBottom();
+}
+
+void FrmMessage::resizeEvent(QResizeEvent* event) {
+    Form::resizeEvent(event);
+    Form_Resize();
+}
+
+void FrmMessage::Receive(std::string_view message) {
+    if (!loaded_) {
+        Form_Load();
+    }
+    show();
+    for (const std::string& line : foldChat(message, maxChars)) {
+        addLine(line);
+    }
+    lstMessage->scrollToBottom();
+}
+
+void FrmMessage::addLine(std::string_view line) {
+    if (lstMessage->count() >= maxLines) {
+        lstMessage->removeRow(0);
+    }
+    auto* row = new QListWidgetItem(fromBytes(line));
+    row->setSizeHint(QSize(1, rowHeight_));
+    lstMessage->addItem(row);
+}
+
+bool FrmMessage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txtSend && event->type() == QEvent::KeyPress) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        Form_KeyPress(press->key());
+        if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
+            return true;
+        }
+        // A character that the wire cannot carry is not taken; whole input is left to the box.
+        return press->text().size() == 1 && !fitsCodePage(press->text());
+    }
+    return Form::eventFilter(watched, event);
+}
+
+void FrmMessage::keyPressEvent(QKeyEvent* event) {
+    Form_KeyPress(event->key());
+    Form::keyPressEvent(event);
+}
+
+void FrmMessage::Form_KeyPress(int key) {
+    removeLineBreaks();
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && txtSend->isEnabled()) {
+        send();
+    }
+}
+
+void FrmMessage::removeLineBreaks() {
+    const QString text = txtSend->toPlainText();
+    QString line = text;
+    line.remove(u'\r').remove(u'\n');
+    if (line.size() != text.size()) {
+        const QSignalBlocker still(txtSend);
+        txtSend->setPlainText(line);
+        txtSend->moveCursor(QTextCursor::End);
+    }
+}
+
+void FrmMessage::send() {
+    QString text = txtSend->toPlainText();
+    if (text.startsWith(kActionPrefix)) {
+        text = u'*' + client_.clientName() + u' ' + text.mid(kActionPrefix.size());
+    } else {
+        text = u'<' + client_.clientName() + u"> " + text;
+    }
+    if (text.contains(QLatin1Char(kTerminator))) {
+        shell_.boxes().error(this, u"Character ~ reserved"_s);
+        if (shell_.ended()) {
+            return;
+        }
+    } else {
+        client_.send("MESG" + toBytes(text) + kTerminator);
+    }
+    txtSend->clear();
+    txtSend->setFocus();
+}
+
+bool FrmMessage::queryUnload(UnloadMode) {
+    if (shell_.isVisible(FormId::Client)) {
+        return false;
+    }
+    // The next line finds a window as if it were new.
+    loaded_ = false;
+    lstMessage->clear();
+    lstNames->fill(kSeats, u" "_s);
+    txtSend->clear();
+    return true;
+}
+
+}  // namespace packwise
