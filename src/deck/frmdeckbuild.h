@@ -25,27 +25,30 @@ class FrmDeckBuild : public Form {
 public:
     FrmDeckBuild(Shell& shell, Lazy<FrmSave>& save, DeckLink& link);
 
-    QLabel* Label1;
-    QLabel* lblSBCount;
-    ListBox* lstSB;
-    QPushButton* cmdTextSB;
+    QLabel* Label1 = nullptr;
+    QLabel* lblSBCount = nullptr;
+    ListBox* lstSB = nullptr;
+    QPushButton* cmdTextSB = nullptr;
 
-    QPushButton* cmdAdd;
-    QPushButton* cmdTake;
+    QPushButton* cmdAdd = nullptr;
+    QPushButton* cmdTake = nullptr;
 
-    QLabel* lblDeck;
-    QLabel* lblDeckCount;
-    ListBox* lstDeck;
-    QPushButton* cmdTextDeck;
+    QLabel* lblDeck = nullptr;
+    QLabel* lblDeckCount = nullptr;
+    ListBox* lstDeck = nullptr;
+    QPushButton* cmdTextDeck = nullptr;
 
-    QLabel* lblLand;
+    QLabel* lblLand = nullptr;
     std::array<QPushButton*, 5> cmdLand{};
-    QCheckBox* chkSnow;
-    QPushButton* cmdSave;  // enabled while the deck holds 40 cards or more
+    QCheckBox* chkSnow = nullptr;
+    QPushButton* cmdSave = nullptr;  // enabled while the deck holds 40 cards or more
 
     std::array<QString, 8> Cards;  // by group: names as received, each followed by "|"
     std::array<QString, 6> Packs;  // set display names in draft order
     int freeLands = 0;             // lands added by the buttons; never goes down
+
+    // Whether a line of lstSB is a card, no heading and no separator.
+    static bool isCardLine(const QString& line);
 
     // Files a group's cards in lstSB. `num` is the group index 0 to 7, to be given in this order,
     // once each; `list` holds names in bytes, each followed by "|", and is empty afterwards.
@@ -74,7 +77,7 @@ private:
     void connectControls();
     void AddCards();
     void TakeCards();
-    void changeCounts(int intoDeck);
+    void countDeck(int by);  // 1 or -1
     int groupOf(const QString& name) const;
     int placeInSideboard(int group) const;
     void showText(const ListBox& list);

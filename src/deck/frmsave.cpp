@@ -1,0 +1,153 @@
+#include "deck/frmsave.h"
+
+#include "common/settings.h"
+#include "platform/look.h"
+#include "platform/twips.h"
+
+#include <QComboBox>
+#include <QDateTime>
+#include <QDir>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStorageInfo>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The roots of the volumes that a folder can be on.
+QStringList mountedVolumes() {
+    QStringList roots{QDir::rootPath()};
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        const QString root = volume.rootPath();
+        const bool holdsFiles = volume.isValid() && volume.isReady() && volume.bytesTotal() > 0;
+        if (holdsFiles && QFileInfo(root).isDir() && !roots.contains(root)) {
+            roots += root;
+        }
+    }
+    return roots;
+}
+
+}  // namespace
+
+FrmSave::FrmSave(Shell& shell)
+    : Form(u"frmSave"_s, u"Save As"_s, FormBorder::Fixed),
+      dlbDrive(new QComboBox(this)),
+      dlbDir(new DirListBox(this)),
+      flbFile(new ListBox(this)),
+      txtSaveName(new QLineEdit(this)),
+      cmdOK(new QPushButton(u"&OK"_s, this)),
+      cmdCancel(new QPushButton(u"&Cancel"_s, this)),
+      shell_(shell) {
+    placeControls();
+    connectControls();
+    Form_Load();
+}
+
+void FrmSave::placeControls() {
+    struct Place {
+        QWidget* control;
+        const char16_t* name;
+        const char16_t* spoken;
+        int left, top, width, height;  // twips
+    };
+    const Place places[] = {{dlbDrive, u"dlbDrive", u"Drive", 120, 120, 3000, 360},
+                            {dlbDir, u"dlbDir", u"Folder", 120, 540, 3000, 3300},
+                            {flbFile, u"flbFile", u"Deck files", 3240, 120, 3000, 3720},
+                            {txtSaveName, u"txtSaveName", u"File name", 120, 3960, 3720, 375},
+                            {cmdOK, u"cmdOK", u"", 3960, 3960, 1080, 375},
+                            {cmdCancel, u"cmdCancel", u"", 5160, 3960, 1080, 375}};
+    for (const Place& place : places) {
+        nameControl(*place.control, QString::fromUtf16(place.name),
+                    QString::fromUtf16(place.spoken));
+        place.control->setGeometry(rectFromTwips(place.left, place.top, place.width, place.height));
+    }
+    setClientSizeTwips(6360, 4455);
+}
+
+void FrmSave::connectControls() {
+    cmdOK->setAutoDefault(true);
+    cmdCancel->setAutoDefault(true);
+    connect(dlbDrive, &QComboBox::activated, this, &FrmSave::dlbDrive_Change);
+    connect(dlbDir, &DirListBox::pathChanged, this, &FrmSave::dlbDir_Change);
+    connect(flbFile, &QListWidget::itemSelectionChanged, this, &FrmSave::flbFile_Click);
+    connect(flbFile, &QListWidget::itemClicked, this, &FrmSave::flbFile_Click);
+    connect(txtSaveName, &QLineEdit::returnPressed, this, &FrmSave::cmdOK_Click);
+    connect(cmdOK, &QPushButton::clicked, this, &FrmSave::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &FrmSave::cmdCancel_Click);
+}
+
+void FrmSave::Form_Load() {
+    dlbDrive->addItems(mountedVolumes());
+    if (!dlbDir->setPath(setting::savePath.read(shell_.settings())) &&
+        !dlbDir->setPath(QDir::currentPath())) {
+        dlbDir->setPath(QDir::rootPath());
+    }
+    txtSaveName->setText(u"draft-"_s + QDateTime::currentDateTime().toString(u"MMddyyyy-HHmm"_s) +
+                         u".dec"_s);
+}
+
+QString FrmSave::SaveName() const {
+    return dlbDir->path() + u'/' + txtSaveName->text();
+}
+
+void FrmSave::dlbDrive_Change() {
+    if (!dlbDir->setPath(dlbDrive->currentText())) {
+        dlbDir_Change();  // the volume has gone; show the one in use again
+    }
+}
+
+void FrmSave::dlbDir_Change() {
+    const QString path = dlbDir->path();
+    flbFile->clear();
+    flbFile->addItems(
+        QDir(path).entryList({u"*.dec"_s}, QDir::Files, QDir::Name | QDir::IgnoreCase));
+    const int drive = dlbDrive->findText(QStorageInfo(path).rootPath());
+    if (drive >= 0) {
+        dlbDrive->setCurrentIndex(drive);
+    }
+}
+
+void FrmSave::flbFile_Click() {
+    if (!flbFile->selectedItems().isEmpty()) {
+        txtSaveName->setText(flbFile->text(flbFile->currentRow()));
+    }
+}
+
+void FrmSave::cmdOK_Click() {
+    setting::savePath.write(shell_.settings(), dlbDir->path());
+    hide();
+    Q_EMIT okPressed();
+}
+
+void FrmSave::cmdCancel_Click() {
+    hide();
+    Q_EMIT cancelled();
+}
+
+bool FrmSave::queryUnload(UnloadMode) {
+    hide();
+    Q_EMIT cancelled();
+    return true;
+}
+
+void FrmSave::showEvent(QShowEvent* event) {
+    Form::showEvent(event);
+    dlbDir_Change();
+    txtSaveName->setFocus();
+}
+
+void FrmSave::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        cmdCancel_Click();
+        return;
+    }
+    Form::keyPressEvent(event);
+}
+
+}  // namespace packwise

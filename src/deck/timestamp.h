@@ -1,0 +1,16 @@
+// The time stamp of a deck file.
+#pragma once
+
+#include <QString>
+
+class QDateTime;
+class QLocale;
+
+namespace packwise {
+
+// The date and the time with seconds in the short forms of that locale, split by a blank. Its year
+// has four digits and its characters are all of the code page, so that a file gives the same code
+// on every machine.
+QString timeStamp(const QDateTime& when, const QLocale& locale);
+
+}  // namespace packwise
