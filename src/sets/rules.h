@@ -1,0 +1,35 @@
+// What every card set must keep to, wherever it comes from.
+#pragma once
+
+#include "sets/setsource.h"
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace packwise::sets {
+
+// Where the card of that index stands in its source.
+using PlaceOf = std::function<std::string(std::size_t card)>;
+
+// Bad or double names, bad marks and colours, and, as a warning, names inside other names.
+std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceOf& placeOf);
+
+// Pools that are too large, or that cannot fill a pack of these counts (by Pool), and packs of no
+// or of too many cards.
+std::vector<Fault> packFaults(const std::array<int, 3>& counts,
+                              const std::vector<CardRecord>& cards);
+
+// A display name that names no file on every system.
+std::vector<Fault> displayNameFaults(std::string_view displayName);
+
+// "common", "uncommon" or "rare".
+std::string_view poolName(Pool pool);
+
+// The mark of a pool: "-", "=" or "+".
+std::string_view poolMark(Pool pool);
+
+inline constexpr std::array<Pool, 3> kPools = {Pool::Rare, Pool::Uncommon, Pool::Common};
+
+}  // namespace packwise::sets
