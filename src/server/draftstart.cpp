@@ -1,0 +1,251 @@
+// From the console's choices to a running draft, and what the flows need of the server.
+#include "common/codepage.h"
+#include "common/settings.h"
+#include "engine/dealing.h"
+#include "engine/seating.h"
+#include "server/frmserver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const Box kNobodyThere{u"No valid connections"_s, u"Packwise 1.41"_s, BoxButtons::Ok,
+                       BoxIcon::Exclamation};
+const Box kHole{u"Can't fix seat with connection hole."_s, u"Packwise 1.41"_s};
+
+}  // namespace
+
+void FrmServer::findPlayers() {
+    players_.clear();
+    for (int row = 0; row < kSeats; ++row) {
+        if (lstNames->text(row) != u" ") {
+            players_.push_back(row);
+        }
+    }
+    dropped.fill(false);
+    table_.clear();
+    table_.playerCount = static_cast<int>(players_.size());
+}
+
+void FrmServer::cmdStart_Click() {
+    findPlayers();
+    if (players_.empty()) {
+        shell_.boxes().show(this, kNobodyThere);
+        return;
+    }
+    // Who is lost from here on keeps the place at the table.
+    draftState = "D";
+    playerCards.fill({});
+    table_.packCount = chosenPackCount();
+    storeChoices();
+    QStringList names;
+    for (const int seatIndex : players_) {
+        names += lstNames->text(seatIndex);
+    }
+    Broadcast("STATDraft in progress~");
+    disableChoices();
+    wskServer[0]->close();
+    const bool hole = players_.back() != table_.playerCount - 1;
+    if (hole && chkFixSeats->isChecked()) {
+        chkFixSeats->setChecked(false);
+        shell_.boxes().show(this, kHole);
+        if (shell_.ended()) {
+            return;
+        }
+    }
+    if (chkFixSeats->isChecked()) {
+        showFixSeats(names);
+        return;
+    }
+    const std::vector<int> order = seatAtRandom(players_, draw_());
+    for (std::size_t position = 0; position < order.size(); ++position) {
+        place(order[position], static_cast<int>(position));
+    }
+    StartUp2();
+}
+
+int FrmServer::chosenPackCount() const {
+    for (int i = 2; i < kMostPacks; ++i) {
+        if (optPack[static_cast<std::size_t>(i)]->isChecked()) {
+            return i + 1;
+        }
+    }
+    return 3;
+}
+
+void FrmServer::storeChoices() {
+    SettingsStore& store = shell_.settings();
+    setting::draftType.write(store, optBooster->isChecked() ? u"B"_s : u"R"_s);
+    setting::timed.write(store, chkTimed->isChecked() ? 1 : 0);
+    setting::time.write(store, vsbSecs->value());
+    setting::fixSeats.write(store, chkFixSeats->isChecked() ? 1 : 0);
+    setting::packCount.write(store, table_.packCount);
+    for (std::size_t i = 0; i < cboPack.size(); ++i) {
+        setting::pack[i].write(store, cboPack[i]->currentText());
+    }
+}
+
+void FrmServer::disableChoices() {
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{cmdKick, cmdStart, optBooster, optRochester, chkTimed,
+                                         lblSecs, vsbSecs, chkFixSeats}) {
+        control->setEnabled(false);
+    }
+    for (QComboBox* box : cboPack) {
+        box->setEnabled(false);
+    }
+    for (QRadioButton* option : optPack) {
+        if (option) {
+            option->setEnabled(option->isChecked());
+        }
+    }
+}
+
+void FrmServer::showFixSeats(const QStringList& names) {
+    Broadcast("MESG*Server is fixing seat order.*~");
+    FrmFixSeats& dialog = fixSeats_();
+    connect(&dialog, &FrmFixSeats::seated, this, &FrmServer::fixSeatsDone, Qt::UniqueConnection);
+    dialog.clear();
+    for (const int seatIndex : players_) {
+        dialog.seat(seatIndex, names[seatIndex], seatIndex);
+    }
+    fixingSeats_ = true;
+    setEnabled(false);
+    dialog.present();
+}
+
+void FrmServer::fixSeatsDone() {
+    if (fixingSeats_ && !shell_.ended()) {
+        StartUp2();
+    }
+}
+
+void FrmServer::place(int seatIndex, int position) {
+    table_.place(seatIndex, position);
+    Broadcast("SEAT" + std::to_string(seatIndex) + std::to_string(position) + kTerminator);
+}
+
+bool FrmServer::everybodyIsGone() const {
+    return std::all_of(players_.begin(), players_.end(), [this](int seatIndex) {
+        return dropped[static_cast<std::size_t>(seatIndex + 1)];
+    });
+}
+
+void FrmServer::StartUp2() {
+    if (fixingSeats_) {
+        fixingSeats_ = false;
+        setEnabled(true);
+        const FrmFixSeats& dialog = fixSeats_();
+        for (int position = 0; position < kSeats; ++position) {
+            const int seatIndex = dialog.lblSeat[static_cast<std::size_t>(position)]->seatIndex;
+            if (seatIndex >= 0) {
+                place(seatIndex, position);
+            }
+        }
+    }
+    if (halted_ || everybodyIsGone()) {
+        shell_.boxes().show(this, kNobodyThere);
+        return;
+    }
+    tellSets();
+    if (optBooster->isChecked()) {
+        Broadcast("INFOB~");
+        booster_.begin();
+        return;
+    }
+    const std::string timed = chkTimed->isChecked() ? "1" : "0";
+    Broadcast("INFOR" + timed + toBytes(lblSecs->text()) + kTerminator);
+    rochester_.begin();
+}
+
+void FrmServer::tellSets() {
+    // One write each: a lost player who is found out between two pieces would be announced in the
+    // middle of the message.
+    std::string packs = "PAKS";
+    std::string line = "MESGDraft is ";
+    for (int i = 0; i < kMostPacks; ++i) {
+        if (i < table_.packCount) {
+            const std::string name = host_.setName(i);
+            packs += name;
+            line += (i > 0 ? " - " : "") + name;
+        }
+        packs += kFieldEnd;
+    }
+    Broadcast(packs + kTerminator);
+    Broadcast(line + kTerminator);
+}
+
+std::optional<std::string> FrmServer::makePack(int packIndex) {
+    if (draftStopped()) {
+        return std::nullopt;
+    }
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::current_path(error);
+    const std::string setName = host_.setName(packIndex);
+    if (chkReal->isChecked()) {
+        if (auto pack = realPack(folder, setName, draw_)) {
+            return pack;
+        }
+    }
+    auto pack = randomPack(folder, setName, draw_);
+    if (pack) {
+        chkReal->setChecked(false);
+        return pack;
+    }
+    failed_ = true;
+    shell_.boxes().error(this, u"Error reading file"_s);
+    if (!shell_.ended()) {
+        shell_.end();
+    }
+    return std::nullopt;
+}
+
+void FlowHost::send(int socket, std::string_view data) {
+    server_.Send(socket, data);
+}
+
+void FlowHost::broadcast(std::string_view data) {
+    server_.Broadcast(data);
+}
+
+void FlowHost::dispatch(int socket, std::string_view message) {
+    server_.Dispatch(socket, message);
+}
+
+std::optional<std::string> FlowHost::makePack(int packIndex) {
+    return server_.makePack(packIndex);
+}
+
+std::string FlowHost::setName(int packIndex) const {
+    return toBytes(server_.cboPack.at(static_cast<std::size_t>(packIndex))->currentText());
+}
+
+bool FlowHost::dropped(int socket) const {
+    return server_.dropped.at(static_cast<std::size_t>(socket));
+}
+
+double FlowHost::draw() {
+    return server_.draw_();
+}
+
+void FlowHost::enableRandoms() {
+    server_.tmrRandoms->start();
+}
+
+void FlowHost::draftOver() {
+    server_.draftState = "O";
+}
+
+}  // namespace packwise

@@ -1,0 +1,123 @@
+#include "server/frmfixseats.h"
+
+#include "platform/look.h"
+#include "platform/twips.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+
+#include <utility>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QColor kUnused(128, 128, 128);
+const QColor kPlayer(255, 255, 255);
+const QColor kChosen(255, 0, 0);
+
+constexpr int kClientWidth = 8550;
+constexpr int kClientHeight = 4500;
+constexpr int kSeatWidth = 2550;
+constexpr int kSeatHeight = 480;
+
+struct Place {
+    int left;
+    int top;
+};
+
+// The ring, clockwise from the upper left, by table position.
+constexpr std::array<Place, 8> kRing = {{{1650, 240},
+                                         {4350, 240},
+                                         {5760, 1080},
+                                         {5760, 1920},
+                                         {4350, 2760},
+                                         {1650, 2760},
+                                         {240, 1920},
+                                         {240, 1080}}};
+
+}  // namespace
+
+FrmFixSeats::FrmFixSeats(Shell& shell)
+    : Form(u"frmFixSeats"_s, u"Fix Seating"_s, FormBorder::Fixed), shell_(shell) {
+    setClientSizeTwips(kClientWidth, kClientHeight);
+    for (int i = 0; i < kSeats; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        auto* label = new SeatLabel(this);
+        label->setObjectName(u"lblSeat(%1)"_s.arg(i));
+        label->setGeometry(rectFromTwips(kRing[at].left, kRing[at].top, kSeatWidth, kSeatHeight));
+        connect(label, &SeatLabel::clicked, this, [this, i] { lblSeat_Click(i); });
+        lblSeat[at] = label;
+    }
+    Label1 = new QLabel(
+        u"Click on a name to select, then click on another name to exchange their positions."_s,
+        this);
+    Label1->setObjectName(u"Label1"_s);
+    Label1->setWordWrap(true);
+    Label1->setGeometry(rectFromTwips(240, 3660, 6000, 600));
+    cmdOK = new QPushButton(u"OK"_s, this);
+    cmdOK->setObjectName(u"cmdOK"_s);
+    cmdOK->setGeometry(rectFromTwips(6960, 3720, 1350, 480));
+    cmdOK->setAutoDefault(true);
+    connect(cmdOK, &QPushButton::clicked, this, &FrmFixSeats::cmdOK_Click);
+    clear();
+}
+
+void FrmFixSeats::clear() {
+    for (SeatLabel* label : lblSeat) {
+        label->setCaption(u"-"_s);
+        label->setEnabled(false);
+        label->setBackColor(kUnused);
+        label->seatIndex = -1;
+    }
+    seatChosen = -1;
+}
+
+void FrmFixSeats::seat(int position, const QString& name, int seatIndex) {
+    SeatLabel& label = *lblSeat.at(static_cast<std::size_t>(position));
+    label.setCaption(name);
+    label.setBackColor(kPlayer);
+    label.setEnabled(true);
+    label.seatIndex = seatIndex;
+}
+
+void FrmFixSeats::lblSeat_Click(int index) {
+    SeatLabel& clicked = *lblSeat.at(static_cast<std::size_t>(index));
+    if (seatChosen < 0) {
+        seatChosen = index;
+        clicked.setBackColor(kChosen);
+        return;
+    }
+    SeatLabel& chosen = *lblSeat.at(static_cast<std::size_t>(seatChosen));
+    const QString name = chosen.caption();
+    chosen.setCaption(clicked.caption());
+    clicked.setCaption(name);
+    std::swap(chosen.seatIndex, clicked.seatIndex);
+    chosen.setBackColor(kPlayer);
+    seatChosen = -1;
+}
+
+void FrmFixSeats::cmdOK_Click() {
+    hide();
+    Q_EMIT seated();
+}
+
+bool FrmFixSeats::queryUnload(UnloadMode) {
+    if (!shell_.ended() && isVisible()) {
+        hide();
+        Q_EMIT seated();
+    }
+    return true;
+}
+
+void FrmFixSeats::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        cmdOK->click();
+    }
+}
+
+}  // namespace packwise

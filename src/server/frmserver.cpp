@@ -1,0 +1,243 @@
+// The console: load, settings, opening the port, closing.
+#include "server/frmserver.h"
+
+#include "common/settings.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString kProgramTitle = u"Packwise 1.41"_s;
+
+// A set name that could not cross the wire as a field.
+bool breaksMessages(const QString& setName) {
+    return setName.contains(u'~') || setName.contains(u'|');
+}
+
+}  // namespace
+
+FrmServer::FrmServer(Shell& shell, Lazy<FrmSecurity>& security, Lazy<FrmFixSeats>& fixSeats,
+                     LocalClient& localClient, std::function<double()> draw)
+    : Form(u"frmServer"_s, u"Packwise Server"_s, FormBorder::Fixed),
+      shell_(shell),
+      security_(security),
+      fixSeats_(fixSeats),
+      localClient_(localClient),
+      draw_(std::move(draw)) {
+    makeControls();
+    placeControls();
+    makeSockets();
+    makeTimers();
+    connectControls();
+    load();
+}
+
+void FrmServer::load() {
+    const SettingsStore& store = shell_.settings();
+    txtPort->setText(setting::serverPort.read(store));
+    optRochester->setChecked(setting::draftType.read(store) != u"B");
+    chkTimed->setChecked(setting::timed.readInt(store) != 0);
+    vsbSecs->setValue(setting::time.readInt(store));
+    chkFixSeats->setChecked(setting::fixSeats.readInt(store) != 0);
+    chkSilence->setChecked(setting::silence.readInt(store) != 0);
+    chkHalt->setChecked(setting::halt.readInt(store) != 0);
+    chkReal->setChecked(setting::reality.readInt(store) != 0);
+    chkClient->setChecked(setting::runClient.readInt(store) != 0);
+    txtName->setText(setting::clientName.read(store));
+    loadSets();
+    loadPackChoices();
+    restorePlace(setting::serverPlace.read(store));
+    draftState = "N";
+}
+
+void FrmServer::loadSets() {
+    const auto sets = shell_.settings().readAll(QString::fromUtf16(setting::kSetsSection));
+    for (QComboBox* box : cboPack) {
+        for (const auto& [key, name] : sets) {
+            if (!breaksMessages(name)) {
+                box->addItem(name);
+            }
+        }
+        box->setCurrentIndex(-1);
+    }
+}
+
+void FrmServer::loadPackChoices() {
+    const SettingsStore& store = shell_.settings();
+    const int packCount = setting::packCount.readInt(store);
+    if (packCount < 3 || packCount > kMostPacks) {
+        return;
+    }
+    optPack[static_cast<std::size_t>(packCount - 1)]->setChecked(true);
+    for (std::size_t i = 0; i < cboPack.size(); ++i) {
+        cboPack[i]->setCurrentIndex(cboPack[i]->findText(
+            setting::pack[i].read(store), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    }
+}
+
+void FrmServer::cmdOpenPort_Click() {
+    const bool runClient = chkClient->isChecked();
+    if (runClient && txtName->text().isEmpty()) {
+        shell_.boxes().show(this, Box{u"Name is blank."_s, kProgramTitle});
+        return;
+    }
+    if (runClient && txtName->text().contains(QLatin1Char(kTerminator))) {
+        shell_.boxes().error(this, u"Character ~ reserved"_s);
+        return;
+    }
+    if (!openPort()) {
+        return;
+    }
+    SettingsStore& store = shell_.settings();
+    setting::serverPort.write(store, txtPort->text());
+    setting::runClient.write(store, runClient ? 1 : 0);
+    if (runClient) {
+        setting::clientName.write(store, txtName->text());
+    }
+    cmdStart->setEnabled(true);
+    cmdStart->setFocus();
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{cmdOpenPort, chkClient, txtName, lblPortQ, txtPort}) {
+        control->setEnabled(false);
+    }
+    security_().show();
+    if (runClient) {
+        startLocalClient();
+    }
+    activateWindow();
+    cmdStart->setFocus();
+}
+
+bool FrmServer::openPort() {
+    bool isNumber = false;
+    const double port = txtPort->text().trimmed().toDouble(&isNumber);
+    if (isNumber && port < 1000) {
+        shell_.boxes().error(this, u"Use a port greater than 1000"_s);
+        return false;
+    }
+    if (isNumber && port <= 65535) {
+        wskServer[0]->setLocalPort(static_cast<quint16>(std::lround(port)));
+        if (wskServer[0]->listen()) {
+            return true;
+        }
+    }
+    shell_.boxes().error(this, u"Bad port"_s);
+    return false;
+}
+
+void FrmServer::startLocalClient() {
+    setting::clientName.write(shell_.settings(), txtName->text());
+    localClient_.start(txtName->text(), wskServer[0]->localPort());
+}
+
+void FrmServer::chkClient_Click() {
+    txtName->setEnabled(chkClient->isChecked());
+}
+
+void FrmServer::chkHalt_Click() {
+    setting::halt.write(shell_.settings(), chkHalt->isChecked() ? 1 : 0);
+}
+
+void FrmServer::chkReal_Click() {
+    setting::reality.write(shell_.settings(), chkReal->isChecked() ? 1 : 0);
+}
+
+void FrmServer::chkSilence_Click() {
+    setting::silence.write(shell_.settings(), chkSilence->isChecked() ? 1 : 0);
+}
+
+void FrmServer::optBooster_Click() {
+    chkTimed->setEnabled(false);
+    lblSecs->setEnabled(false);
+    vsbSecs->setEnabled(false);
+}
+
+void FrmServer::optRochester_Click() {
+    chkTimed->setEnabled(true);
+    lblSecs->setEnabled(true);
+    vsbSecs->setEnabled(true);
+}
+
+void FrmServer::optPack_Click(int index) {
+    for (int i = 2; i < kMostPacks; ++i) {
+        cboPack[static_cast<std::size_t>(i)]->setEnabled(i <= index);
+    }
+}
+
+void FrmServer::vsbSecs_Change() {
+    lblSecs->setText(QString::number(30 - vsbSecs->value()));
+}
+
+bool FrmServer::someConnectionOpen() const {
+    return std::any_of(wskServer.begin() + 1, wskServer.end(),
+                       [](const Socket* socket) { return socket->state() != Socket::Closed; });
+}
+
+bool FrmServer::queryUnload(UnloadMode mode) {
+    if (shell_.ended()) {
+        return true;
+    }
+    if (mode == UnloadMode::User && !isEnabled()) {
+        return false;
+    }
+    if (mode != UnloadMode::User || !someConnectionOpen()) {
+        for (Socket* socket : wskServer) {
+            socket->close();
+        }
+        fixingSeats_ = false;
+        if (FrmFixSeats* dialog = fixSeats_.ifLoaded()) {
+            dialog->hide();
+        }
+        if (!shell_.isVisible(FormId::DeckBuild)) {
+            shell_.saveForms();
+            shell_.end();
+        }
+        return true;
+    }
+    const bool quit =
+        shell_.boxes().show(this, Box{u"Quit? Some connections are still open."_s, kProgramTitle,
+                                      BoxButtons::YesNo, BoxIcon::Exclamation});
+    if (shell_.ended()) {
+        return true;
+    }
+    if (!quit) {
+        return false;
+    }
+    for (int num = 0; num < static_cast<int>(wskServer.size()); ++num) {
+        if (wskServer[static_cast<std::size_t>(num)]->state() == Socket::Connected) {
+            Send(num, "CLOS~");
+        }
+    }
+    if (shell_.isVisible(FormId::DeckBuild) || shell_.isVisible(FormId::Security)) {
+        hide();
+        return false;
+    }
+    shell_.end();
+    return true;
+}
+
+void FrmServer::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && cmdOpenPort->isEnabled()) {
+        cmdOpenPort->click();
+        return;
+    }
+    Form::keyPressEvent(event);
+}
+
+}  // namespace packwise
