@@ -84,4 +84,13 @@ void ListBox::mouseMoveEvent(QMouseEvent* event) {
     }
 }
 
+void ListBox::focusInEvent(QFocusEvent* event) {
+    const bool hadCurrent = currentRow() >= 0;
+    QListWidget::focusInEvent(event);
+    if (!hadCurrent) {
+        // The focus alone makes no row current; the first arrow key then goes to the first row.
+        setCurrentRow(-1);
+    }
+}
+
 }  // namespace packwise
