@@ -1,0 +1,157 @@
+// The draft client's link: its load, the socket, the way out.
+#include "client/frmclient.h"
+
+#include "common/settings.h"
+#include "common/shell.h"
+#include "companions/frmcard.h"
+#include "companions/frmmessage.h"
+#include "platform/twips.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include <utility>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kSmallWidth = 3450;  // twips
+constexpr int kSmallHeight = 975;
+
+}  // namespace
+
+FrmClient::FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBuild>& frmDeckBuild,
+                     Lazy<FrmSecurity>& frmSecurity, Lazy<FrmCard>& frmCard,
+                     std::function<double()> draw)
+    : Form(u"frmClient"_s, u"Packwise Client"_s, FormBorder::Fixed),
+      wskClient(new Socket(this)),
+      shell_(shell),
+      frmMessage_(frmMessage),
+      frmDeckBuild_(frmDeckBuild),
+      frmSecurity_(frmSecurity),
+      frmCard_(frmCard),
+      draw_(std::move(draw)),
+      Sets(kMostPacks) {
+    wskClient->setObjectName(u"wskClient"_s);
+    makeControls();
+    connectControls();
+    setLight(shade::red);
+    cmdDraft->setEnabled(false);
+    colorPack(shade::black);
+    chkInfo->setChecked(setting::showInfo.readInt(shell_.settings()) != 0);
+    restorePlace(setting::clientPlace.read(shell_.settings()));
+    setSizeTwips(kSmallWidth, kSmallHeight);
+    tmrMisc->start();
+}
+
+void FrmClient::Form_GotFocus() {
+    hasFocus_ = true;
+}
+
+void FrmClient::Form_LostFocus() {
+    hasFocus_ = false;
+}
+
+void FrmClient::Send(std::string_view message) {
+    if (wskClient->state() != Socket::Connected) {
+        return;
+    }
+    wskClient->sendData(message);
+    if (wskClient->state() == Socket::Failed) {
+        // A server that reads nothing any more has no event of its own. What has one is through
+        // by then and has closed the socket.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (wskClient->state() == Socket::Failed) {
+                    wskClient_Close();
+                }
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void FrmClient::wskClient_DataArrival() {
+    received_.append(wskClient->getData());
+    while (const std::optional<std::string> message = received_.next()) {
+        Dispatch(*message);
+        if (shell_.ended()) {
+            return;
+        }
+        if (wskClient->state() == Socket::Closed) {
+            // What stands behind a goodbye would light a dead link.
+            received_.clear();
+            return;
+        }
+    }
+    if (received_.overflowed()) {
+        wskClient_Close();
+    }
+}
+
+void FrmClient::wskClient_Close() {
+    wskClient->close();
+    received_.clear();
+    lblStatus->setText(u"Server disconnect."_s);
+    setLight(shade::red);
+    if (frmMessage_.ifLoaded()) {
+        frmMessage_->hide();
+    }
+}
+
+void FrmClient::wskClient_Error() {
+    wskClient->close();
+    shell_.boxes().show(this, Box{u"Connection error!"_s, u"Packwise 1.41"_s});
+    shell_.end();
+}
+
+void FrmClient::tmrMisc_Timer() {
+    Send("PING~");
+}
+
+bool FrmClient::queryUnload(UnloadMode) {
+    if (shell_.ended()) {
+        return true;
+    }
+    hideCard();
+    if (wskClient->state() != Socket::Closed) {
+        const bool wasVisible = isVisible();
+        const bool leave = shell_.boxes().show(this, Box{u"Are you sure?"_s, u"Packwise 1.41"_s,
+                                                         BoxButtons::YesNo, BoxIcon::Exclamation});
+        // The draft may have ended while the box stood: the player is in the deck builder now.
+        const bool overMeanwhile = wasVisible && !isVisible();
+        if (leave && !shell_.ended() && !overMeanwhile) {
+            Send("DROP~");
+            tmrClose->start();
+        }
+        return false;
+    }
+    if (frmMessage_.ifLoaded()) {
+        frmMessage_->hide();
+    }
+    if (!shell_.isVisible(FormId::Server)) {
+        shell_.saveForms();
+        shell_.end();
+    }
+    return true;
+}
+
+void FrmClient::tmrClose_Timer() {
+    tmrClose->stop();
+    wskClient->close();
+    hide();
+    if (frmMessage_.ifLoaded()) {
+        frmMessage_->hide();
+    }
+    if (!shell_.isVisible(FormId::Server)) {
+        shell_.end();
+    }
+}
+
+}  // namespace packwise

@@ -1,0 +1,209 @@
+// The draft client: the socket to the server, and the mirror of the draft on the player's screen.
+// It holds no draft logic and takes any command at any time. lstPack shows Pack row by row, its
+// text colour and cmdDraft tell whether the client may pick, and lblTick is the clock that it
+// shows. Picks is the store of the picked cards; lstPicked and lstPickedNS are views of it.
+//
+// Names go by seat index 0-7, shaSeat, lblNameB, lblNameR and txtLastPick by table position 0-7.
+#pragma once
+
+#include "client/cardcolors.h"
+#include "common/protocol.h"
+#include "platform/form.h"
+#include "platform/lazy.h"
+#include "platform/shape.h"
+#include "platform/socket.h"
+
+#include <QStringList>
+
+#include <array>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QCheckBox;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTimer;
+
+namespace packwise {
+
+class CardList;
+class ColorBars;
+class FrmCard;
+class FrmDeckBuild;
+class FrmMessage;
+class FrmSecurity;
+class PassingArrow;
+class Shell;
+
+class FrmClient : public Form {
+    Q_OBJECT
+public:
+    // `draw` gives a uniform value u, 0 <= u < 1, for the picks that the clock makes.
+    FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBuild>& frmDeckBuild,
+              Lazy<FrmSecurity>& frmSecurity, Lazy<FrmCard>& frmCard, std::function<double()> draw);
+
+    // The link.
+    Socket* wskClient;
+    QTimer* tmrMisc;   // the keep-alive
+    QTimer* tmrClose;  // gives "DROP~" time to leave
+    QFrame* fraStatus;
+    Shape* shaLight;
+    QLabel* lblStatus;
+
+    // The pack.
+    QLabel* lblRound;
+    QPushButton* cmdDraft;
+    std::array<Shape*, kMostCardsInPack + 1> shaDot;  // the last is a spare that is always blank
+    CardList* lstPack;
+
+    // The picked cards.
+    QCheckBox* chkSort;
+    QLabel* lblStuff;
+    ColorBars* fraColors;
+    std::array<Shape*, kColors> shaBar;  // white border: that colour is shown
+    QCheckBox* chkInfo;
+    Shape* Shape1;
+    CardList* lstPicked;
+    CardList* lstPickedNS;
+
+    // The Booster ring.
+    QFrame* fraBooster;
+    std::array<Shape*, kSeats> shaSeat;
+    std::array<QLabel*, kSeats> lblNameB;
+    PassingArrow* imgCW;
+    PassingArrow* imgCCW;
+
+    // The Rochester ring.
+    QFrame* fraRoch;
+    std::array<QLabel*, kSeats> lblNameR;
+    std::array<QLineEdit*, kSeats> txtLastPick;
+    QLabel* lblTick;
+    CardList* lstHistory;  // always two rows
+    QPushButton* cmdOK;
+    QTimer* tmrRoch;
+    QTimer* tmrReview;
+
+    // To be set before connecting.
+    QString clientName;
+
+    // Writes a whole message, "~" included, to the server; dropped when there is no connection.
+    void Send(std::string_view message);
+
+    void wskClient_DataArrival();
+    void wskClient_Close();
+    void wskClient_Error();
+    void tmrMisc_Timer();
+    void tmrClose_Timer();
+    void Form_GotFocus();
+    void Form_LostFocus();
+
+    void cmdDraft_Click();
+    void lstPack_DblClick();
+    void lstPack_MouseDown();
+    void chkInfo_Click();
+
+    void chkSort_Click();
+    // A place in fraColors, in twips.
+    void fraColors_MouseDown(Qt::MouseButton button, int x, int y);
+    void lstPicked_MouseDown();
+
+    void tmrRoch_Timer();
+    void tmrReview_Timer();
+    void cmdOK_Click();
+
+protected:
+    bool queryUnload(UnloadMode mode) override;
+
+private:
+    using Handler = void (FrmClient::*)(std::string_view body);
+    struct Command {
+        std::string_view name;
+        Handler handle;
+    };
+    static std::span<const Command> commands();
+
+    void makeControls();
+    void makeStatus();
+    void makePack(QWidget* draft);
+    void makePicked(QWidget* draft);
+    void makeBooster(QWidget* draft);
+    void makeRochester(QWidget* draft);
+    void makeTimers();
+    void connectControls();
+
+    void Dispatch(std::string_view message);
+    void onClos(std::string_view body);
+    void onMesg(std::string_view body);
+    void onPing(std::string_view body);
+    void onHelo(std::string_view body);
+    void onStat(std::string_view body);
+    void onDrop(std::string_view body);
+    void onName(std::string_view body);
+    void onAddr(std::string_view body);
+    void onTest(std::string_view body);
+    void onSeat(std::string_view body);
+    void onInfo(std::string_view body);
+    void onPaks(std::string_view body);
+    void onRoun(std::string_view body);
+    void onBoos(std::string_view body);
+    void onTurn(std::string_view body);
+    void onRpck(std::string_view body);
+    void onRevw(std::string_view body);
+    void onRpau(std::string_view body);
+    void onBsta(std::string_view body);
+    void onRsta(std::string_view body);
+    void onOver(std::string_view body);
+    void onSnow(std::string_view body);
+    void onCode(std::string_view body);
+
+    void setLight(const QColor& color);
+    void describeSeat(std::size_t position);
+    void colorSeat(std::size_t position, const QColor& color);
+    void disableNamesR();
+    void addHistory(const QString& line);
+    int tick() const;  // the number that lblTick shows
+    void setTick(int seconds);
+    void showPack(const std::vector<std::string>& tokens);
+
+    void MakePick(bool random);
+    void sendRest();
+    // Black while the client may pick, else grey.
+    void colorPack(const QColor& color);
+    void allowPick();
+    // Takes a row out of the pack and closes up what stands beside it.
+    void removePackRow(int row);
+    void filePick(std::size_t color, const std::string& name);
+    void RebuildPicked();
+    void describeBars();
+    bool isShown(std::size_t color) const;
+    void placeCard();
+    void showCard(const QString& name);
+    void hideCard();
+
+    Shell& shell_;
+    Lazy<FrmMessage>& frmMessage_;
+    Lazy<FrmDeckBuild>& frmDeckBuild_;
+    Lazy<FrmSecurity>& frmSecurity_;
+    Lazy<FrmCard>& frmCard_;
+    std::function<double()> draw_;
+
+    QWidget* fraDraft_;  // all that the small window before the draft does not show
+    MessageSplitter received_;
+    int myNumber = 0;  // socket number 1-8
+    int myPosition = 0;
+    int playerCount = 0;
+    char draftType = ' ';  // 'B', 'R', or ' ' before INFO
+    int clockSeconds = 0;  // 0 in an untimed draft
+    bool hasFocus_ = false;
+    std::array<QString, kSeats> Names;
+    std::array<std::string, kMostCardsInPack + 1> Pack;  // card tokens
+    std::array<std::string, kColors> Picks;              // names, each followed by "|"
+    QStringList Sets;                                    // six display names
+};
+
+}  // namespace packwise

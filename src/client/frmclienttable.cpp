@@ -1,0 +1,90 @@
+// The draft client's table: seat lights, the rings of names, and the clocks of a Rochester draft.
+#include "client/cardlist.h"
+#include "client/elidedlabel.h"
+#include "client/frmclient.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+void FrmClient::setLight(const QColor& color) {
+    shaLight->setFillColor(color);
+    const QString state =
+        color == shade::red ? u"No link to the server"_s : u"Linked to the server"_s;
+    shaLight->setToolTip(state);
+    shaLight->setAccessibleDescription(state);
+}
+
+void FrmClient::colorSeat(std::size_t position, const QColor& color) {
+    shaSeat[position]->setFillColor(color);
+    describeSeat(position);
+}
+
+void FrmClient::describeSeat(std::size_t position) {
+    Shape* seat = shaSeat[position];
+    const QColor color = seat->fillColor();
+    QString state = u"Empty place"_s;
+    if (color != shade::emptySeat) {
+        state = lblNameB[position]->text() +
+                (seat->borderColor() == shade::white ? u" (you)"_s : QString()) +
+                (color == shade::green ? u": has picked"_s : u": has yet to pick"_s);
+    }
+    seat->setToolTip(plainToolTip(state));
+    seat->setAccessibleName(u"Seat "_s + QString::number(position + 1));
+    seat->setAccessibleDescription(state);
+}
+
+void FrmClient::disableNamesR() {
+    for (QLabel* name : lblNameR) {
+        name->setEnabled(false);
+    }
+}
+
+void FrmClient::addHistory(const QString& line) {
+    lstHistory->removeRow(0);
+    lstHistory->addItem(line);
+}
+
+int FrmClient::tick() const {
+    return lblTick->text().right(2).toInt();
+}
+
+void FrmClient::setTick(int seconds) {
+    lblTick->setText(u":%1"_s.arg(seconds, 2, 10, QChar(u'0')));
+}
+
+void FrmClient::tmrRoch_Timer() {
+    if (tick() == 0) {
+        MakePick(true);
+    } else {
+        setTick(tick() - 1);
+    }
+}
+
+void FrmClient::tmrReview_Timer() {
+    if (tick() > 0) {
+        setTick(tick() - 1);
+        return;
+    }
+    tmrReview->stop();
+    setTick(0);
+    lblTick->setEnabled(false);
+    if (clockSeconds == 0) {
+        lblTick->hide();
+    }
+    Send("RROK~");
+}
+
+void FrmClient::cmdOK_Click() {
+    Send("RPOK~");
+    cmdOK->hide();
+    lstPicked->hide();
+    lstPickedNS->hide();
+    hideCard();
+}
+
+}  // namespace packwise

@@ -1,0 +1,136 @@
+#include "client/frmconnect.h"
+
+#include "client/frmclient.h"
+#include "common/codepagevalidator.h"
+#include "common/settings.h"
+#include "common/shell.h"
+#include "companions/frmsecurity.h"
+#include "platform/look.h"
+#include "platform/twips.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+
+#include <cmath>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int kMostNameLetters = 12;
+constexpr int kMostAddressLetters = 15;
+
+// Twips.
+constexpr int kClientWidth = 3450;
+constexpr int kClientHeight = 1935;
+constexpr int kMargin = 150;
+constexpr int kRowHeight = 435;
+constexpr int kFieldLeft = 900;
+constexpr int kFieldHeight = 345;
+constexpr int kButtonLeft = 1095;
+constexpr int kButtonWidth = 1260;
+constexpr int kButtonHeight = 390;
+
+}  // namespace
+
+std::optional<quint16> readPort(const QString& text) {
+    bool isNumber = false;
+    const double value = std::nearbyint(text.trimmed().toDouble(&isNumber));
+    if (!isNumber || !(value >= 1 && value <= 65535)) {
+        return std::nullopt;
+    }
+    return static_cast<quint16>(value);
+}
+
+FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurity>& frmSecurity)
+    : Form(u"frmConnect"_s, u"Client Connection"_s, FormBorder::Fixed),
+      shell_(shell),
+      frmClient_(frmClient),
+      frmSecurity_(frmSecurity) {
+    setClientSizeTwips(kClientWidth, kClientHeight);
+    txtName = addField(u"Name"_s, u"Name"_s, 0);
+    txtName->setMaxLength(kMostNameLetters);
+    txtName->setValidator(new CodePageValidator(txtName));
+    txtIP = addField(u"IP"_s, u"IP"_s, 1);
+    txtIP->setMaxLength(kMostAddressLetters);
+    txtPort = addField(u"Port"_s, u"Port"_s, 2);
+    cmdConnect = new QPushButton(u"&Connect"_s, this);
+    cmdConnect->setObjectName(u"cmdConnect"_s);
+    cmdConnect->setAutoDefault(true);
+    cmdConnect->setGeometry(
+        rectFromTwips(kButtonLeft, kMargin + 3 * kRowHeight, kButtonWidth, kButtonHeight));
+    connect(cmdConnect, &QPushButton::clicked, this, &FrmConnect::cmdConnect_Click);
+
+    txtName->setText(setting::clientName.read(shell_.settings()));
+    txtPort->setText(setting::clientPort.read(shell_.settings()));
+    const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
+    if (clipboard && clipboard->hasText()) {
+        txtIP->setText(clipboard->text());
+        txtIP->selectAll();
+    }
+}
+
+QLineEdit* FrmConnect::addField(const QString& caption, const QString& name, int row) {
+    const int top = kMargin + row * kRowHeight;
+    auto* label = new QLabel(caption, this);
+    label->setObjectName(u"lbl"_s + name + u'Q');
+    label->setGeometry(rectFromTwips(kMargin, top, kFieldLeft - kMargin, kFieldHeight));
+    auto* field = new QLineEdit(this);
+    nameControl(*field, u"txt"_s + name, caption);
+    field->setGeometry(
+        rectFromTwips(kFieldLeft, top, kClientWidth - kFieldLeft - kMargin, kFieldHeight));
+    label->setBuddy(field);
+    connect(field, &QLineEdit::returnPressed, this, &FrmConnect::cmdConnect_Click);
+    return field;
+}
+
+bool FrmConnect::nameAccepted() {
+    if (txtName->text().isEmpty()) {
+        shell_.boxes().error(this, u"Name required"_s);
+        return false;
+    }
+    if (txtName->text().contains(u'~')) {
+        shell_.boxes().error(this, u"Character ~ reserved"_s);
+        return false;
+    }
+    return true;
+}
+
+void FrmConnect::cmdConnect_Click() {
+    if (!nameAccepted()) {
+        return;
+    }
+    if (txtIP->text().isEmpty()) {
+        shell_.boxes().error(this, u"Server IP address required"_s);
+        return;
+    }
+    FrmClient& client = frmClient_();
+    client.clientName = txtName->text();
+    client.wskClient->setRemoteHost(txtIP->text().trimmed());
+    frmSecurity_->lstIP->setText(0, txtIP->text());
+    const std::optional<quint16> port = readPort(txtPort->text());
+    if (!port) {
+        shell_.boxes().error(this, u"Bad port"_s);
+        return;
+    }
+    client.wskClient->setRemotePort(*port);
+    setting::clientName.write(shell_.settings(), txtName->text());
+    setting::clientPort.write(shell_.settings(), txtPort->text());
+    hide();
+    client.present();
+    // Last, since an address that is refused at once is told by a box over the client's window.
+    client.wskClient->connectToHost();
+}
+
+bool FrmConnect::queryUnload(UnloadMode) {
+    shell_.end();
+    return true;
+}
+
+}  // namespace packwise
