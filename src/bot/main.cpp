@@ -1,0 +1,52 @@
+#include "bot/options.h"
+#include "bot/party.h"
+#include "platform/interrupt.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTextStream>
+#include <QTimer>
+
+using namespace Qt::Literals;
+using packwise::BotOptions;
+
+namespace {
+
+// Names come from the server; a terminal must not be steered by them.
+QString printable(QString line) {
+    for (QChar& c : line) {
+        if (!c.isPrint()) {
+            c = u'?';
+        }
+    }
+    return line;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    QTextStream out(stdout);
+    QTextStream errors(stderr);
+
+    const packwise::CommandLine line = packwise::readCommandLine(application.arguments());
+    if (!line.options) {
+        (line.isError ? errors : out) << line.text << (line.isError ? "\n" : "");
+        return line.isError ? 1 : 0;
+    }
+    const BotOptions& options = *line.options;
+    if (!QDir().mkpath(options.decks)) {
+        errors << u"Cannot make the folder "_s << options.decks << u'\n';
+        return 1;
+    }
+
+    packwise::Interrupt interrupt;
+    packwise::Party party(options,
+                          [&out](const QString& text) { out << printable(text) << Qt::endl; });
+    QObject::connect(&interrupt, &packwise::Interrupt::interrupted, &party,
+                     &packwise::Party::leave);
+    QObject::connect(&party, &packwise::Party::finished, &application,
+                     [](int status) { QCoreApplication::exit(status); });
+    QTimer::singleShot(0, &party, &packwise::Party::start);
+    return application.exec();
+}

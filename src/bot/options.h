@@ -1,0 +1,31 @@
+// The command line.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <optional>
+
+namespace packwise {
+
+struct BotOptions {
+    int seats = 1;  // 1 to 8
+    QString host = QStringLiteral("127.0.0.1");
+    quint16 port = 5252;
+    QString cards = QStringLiteral(".");  // the folder of the card files
+    QString decks = QStringLiteral(".");  // the folder to save decks in
+    std::optional<std::uint64_t> seed;    // none for one from the system
+    int delay = 1000;                     // milliseconds before each answer
+};
+
+struct CommandLine {
+    std::optional<BotOptions> options;  // none when there is only something to tell
+    QString text;                       // help, version, or what is wrong
+    bool isError = false;
+};
+
+// `arguments` begins with the program's name.
+CommandLine readCommandLine(const QStringList& arguments);
+
+}  // namespace packwise

@@ -1,0 +1,136 @@
+// One player: what he answers to the server's messages, and when. He knows no socket and no clock.
+#pragma once
+
+#include "bot/cardbook.h"
+#include "bot/picker.h"
+#include "common/protocol.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace packwise {
+
+// What a player needs of the program around him.
+class PlayerLink {
+public:
+    virtual ~PlayerLink() = default;
+
+    // Writes a whole message to the server; dropped when there is no connection.
+    virtual void send(std::string_view message) = 0;
+
+    // Calls Player::onTimer() once, that many milliseconds from now; an earlier call still under
+    // way is forgotten. stopTimer() forgets it too.
+    virtual void startTimer(int milliseconds) = 0;
+    virtual void stopTimer() = 0;
+
+    // Tells the user in a line what this player does. Bytes in Windows-1252.
+    virtual void report(std::string_view line) = 0;
+
+    // Writes a deck of that player and tells the user of it. Gives its code; nothing on failure.
+    virtual std::optional<std::int32_t> saveDeck(std::string_view name,
+                                                 const std::vector<std::string>& deck,
+                                                 const std::vector<std::string>& sideboard) = 0;
+
+    // The player's part is over, see Player::ending(): the connection is to be closed.
+    virtual void ended() = 0;
+};
+
+class Player {
+public:
+    enum class Stage { Connecting, Named, Seated, Ended };
+    enum class Ending {
+        None,
+        Full,     // the server had no seat
+        Refused,  // let go of after giving the name and before sitting: the name is taken
+        Closed,   // the server said so
+        Lost,     // the link broke, or the server let go of the seat
+        Flooded   // the server sent a message without an end
+    };
+
+    // `milliseconds` pass before each answer of the draft, fewer where the pick clock is shorter.
+    Player(PlayerLink& link, CardBook& book, std::uint64_t seed, int milliseconds)
+        : link_(link), book_(book), picker_(seed), delay_(milliseconds) {}
+
+    // The name to give to the server of the connection that now begins.
+    void begin(const std::string& name);
+
+    // Bytes from the server, cut anywhere.
+    void receive(std::string_view bytes);
+
+    void onTimer();
+
+    // The connection is gone.
+    void onLinkLost();
+
+    Stage stage() const { return stage_; }
+    Ending ending() const { return ending_; }
+    const std::string& name() const { return name_; }
+    // Whether the server has told who sits where, after seating this player.
+    bool knowsRoster() const { return knowsRoster_; }
+    // Names by seat index; empty for a free seat.
+    const std::array<std::string, kSeats>& roster() const { return roster_; }
+
+private:
+    enum class Due { Nothing, BoosterPick, RochesterPick, Review, Pause };
+    struct Branch {
+        std::string_view command;
+        void (Player::*run)(std::string_view body);
+    };
+    static const std::array<Branch, 20> kBranches;
+
+    void dispatch(std::string_view text);
+    void onHelo(std::string_view body);
+    void onName(std::string_view body);
+    void onDrop(std::string_view body);
+    void onStat(std::string_view body);
+    void onClos(std::string_view body);
+    void onPing(std::string_view body);
+    void onTest(std::string_view body);
+    void onSeat(std::string_view body);
+    void onPaks(std::string_view body);
+    void onInfo(std::string_view body);
+    void onRoun(std::string_view body);
+    void onBoos(std::string_view body);
+    void onRevw(std::string_view body);
+    void onTurn(std::string_view body);
+    void onRpck(std::string_view body);
+    void onRpau(std::string_view body);
+    void onOver(std::string_view body);
+    void ignore(std::string_view) {}
+
+    void plan(Due due);
+    std::size_t chooseRow();
+    void pickBooster();
+    void pickRochester();
+    void take(const std::string& token);
+    CardFacts facts(const std::string& token);
+    void end(Ending ending);
+
+    PlayerLink& link_;
+    CardBook& book_;
+    Picker picker_;
+    int delay_;
+    MessageSplitter splitter_;
+    Stage stage_ = Stage::Connecting;
+    Ending ending_ = Ending::None;
+    std::string name_;
+    int number_ = 0;  // socket number, 1 to 8; 0 before HELO
+    bool knowsRoster_ = false;
+    std::array<std::string, kSeats> roster_;
+
+    int position_ = -1;     // table position; -1 without one
+    char draftType_ = 0;    // 'B' or 'R'; 0 before INFO
+    int clockSeconds_ = 0;  // for a Rochester pick; 0 in an untimed draft
+    std::string round_;
+    int picksInRound_ = 0;
+    std::vector<std::string> pack_;   // tokens
+    std::vector<std::string> picks_;  // tokens
+    Due due_ = Due::Nothing;
+    bool over_ = false;
+};
+
+}  // namespace packwise

@@ -1,0 +1,74 @@
+#include "platform/interrupt.h"
+
+#include <QSocketNotifier>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#endif
+
+namespace packwise {
+
+#ifdef Q_OS_UNIX
+
+namespace {
+
+// A signal handler may do no more than write to a pipe; the event loop reads it.
+int pipeEnds[2] = {-1, -1};
+
+extern "C" void onSignal(int) {
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
+}
+
+void handle(int signal, void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    sigemptyset(&action.sa_mask);
+    sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
+
+Interrupt::Interrupt(QObject* parent) : QObject(parent) {
+    if (pipe(pipeEnds) != 0) {
+        return;
+    }
+    for (const int end : pipeEnds) {
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+        fcntl(end, F_SETFL, O_NONBLOCK);
+    }
+    notifier_ = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
+    connect(notifier_, &QSocketNotifier::activated, this, [this] {
+        notifier_->setEnabled(false);
+        Q_EMIT interrupted();
+    });
+    handle(SIGINT, onSignal);
+    handle(SIGTERM, onSignal);
+}
+
+Interrupt::~Interrupt() {
+    if (!notifier_) {
+        return;
+    }
+    handle(SIGINT, SIG_DFL);
+    handle(SIGTERM, SIG_DFL);
+    delete notifier_;
+    for (int& end : pipeEnds) {
+        ::close(end);
+        end = -1;
+    }
+}
+
+#else
+
+Interrupt::Interrupt(QObject* parent) : QObject(parent) {}
+
+Interrupt::~Interrupt() = default;
+
+#endif
+
+}  // namespace packwise

@@ -1,0 +1,25 @@
+// The user's wish to end a program without windows: Ctrl+C, or a request of the system to stop.
+#pragma once
+
+#include <QObject>
+
+class QSocketNotifier;
+
+namespace packwise {
+
+// One for a process. The first wish is told as a signal in the event loop; a second one ends the
+// process at once. On a system without such signals it stays silent.
+class Interrupt : public QObject {
+    Q_OBJECT
+public:
+    explicit Interrupt(QObject* parent = nullptr);
+    ~Interrupt() override;
+
+Q_SIGNALS:
+    void interrupted();
+
+private:
+    QSocketNotifier* notifier_ = nullptr;
+};
+
+}  // namespace packwise
