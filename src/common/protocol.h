@@ -17,7 +17,7 @@ inline constexpr int kSeats = 8;
 inline constexpr int kMostPacks = 6;
 inline constexpr int kMostCardsInPack = 15;
 inline constexpr std::size_t kCommandLength = 4;
-inline constexpr std::size_t kMostMessageLength = 64 * 1024;
+inline constexpr std::size_t kMostMessageLength = std::size_t{64} * 1024;
 
 // Cuts a byte stream into messages. One splitter belongs to one connection.
 class MessageSplitter {

@@ -202,7 +202,7 @@ fs::path setFilePath(const fs::path& folder, std::string_view displayName,
         return folder / ".";  // no file can be called this
     }
     const std::u8string name = fileNameFromCodePage(base + std::string(extension));
-    const fs::path spelled = folder / fs::path(name);
+    fs::path spelled = folder / fs::path(name);
     std::error_code error;
     if (fs::is_regular_file(spelled, error)) {
         return spelled;

@@ -39,8 +39,8 @@ public:
 
     // Throws with the broken invariant.
     void play() {
-        if (upTo(10) == 0) {
-            host_.lose(anyPlayer());
+        if (upTo(10) == 0) {  // lost before the start, when no timer runs yet
+            host_.gone.at(static_cast<std::size_t>(anyPlayer())) = true;
         }
         booster_ ? host_.booster.begin() : host_.rochester.begin();
         // A card taken or an answer given in each cycle would need about 800 of them.
