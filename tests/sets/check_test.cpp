@@ -1,0 +1,198 @@
+// Every kind of damage to the files of a folder is told, with its place.
+#include "sets/cardfile.h"
+#include "sets/folder.h"
+#include "sets/sheet.h"
+#include "sets/writer.h"
+
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+namespace packwise::sets {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+// Thirty commons, "UFish aa" and so on, one of them in a pack.
+SetSource smallSet() {
+    SetSource source;
+    source.displayName = "Small Set";
+    source.counts = {0, 0, 1};
+    for (char c = 'a'; c < 'a' + 24; ++c) {
+        source.cards.push_back({.name = std::string("Fish ") + c + c,
+                                .rarity = "-",
+                                .color = "U",
+                                .cost = "1U",
+                                .type = "Creature - Fish",
+                                .text = "",
+                                .pt = "1/1"});
+    }
+    layOutSheets(source);
+    return source;
+}
+
+class Check : public testing::Test {
+protected:
+    fs::path folder() const { return dir_.path().toStdString(); }
+    void put(const char* file, const std::string& bytes) const {
+        std::ofstream(folder() / file, std::ios::binary) << bytes;
+    }
+    // The fault of that file and place, and nothing but warnings besides.
+    void expect(const char* file, const char* what, const char* where) const {
+        const std::vector<FileFault> found = checkFolder(folder());
+        EXPECT_TRUE(std::any_of(found.begin(), found.end(),
+                                [&](const FileFault& f) {
+                                    return f.file.filename() == file && !f.fault.warning &&
+                                           f.fault.what.find(what) != std::string::npos &&
+                                           f.fault.where.find(where) != std::string::npos;
+                                }))
+            << what << ", " << where
+            << "; found: " << (found.empty() ? "nothing" : found[0].fault.what);
+    }
+
+    QTemporaryDir dir_;
+};
+
+TEST_F(Check, FindsNothingInASoundFolderAndNothingInAnEmptyOne) {
+    EXPECT_TRUE(checkFolder(folder()).empty());
+    std::string error;
+    ASSERT_EQ(WriteResult::Written, writeSetFiles(smallSet(), folder(), error));
+    EXPECT_TRUE(checkFolder(folder()).empty());
+}
+
+TEST_F(Check, TellsWhatIsWrongWithACardFile) {
+    struct Case {
+        const char* what;
+        const char* where;
+        std::function<void(SetSource&)> damage;
+    };
+    const Case cases[] = {
+        {"mark \"x\"", "record 2 (Fish bb)", [](SetSource& s) { s.cards[1].rarity = "x"; }},
+        {"mark \"--\"", "record 2", [](SetSource& s) { s.cards[1].rarity = "--"; }},
+        {"colour \"\"", "record 3", [](SetSource& s) { s.cards[2].color = ""; }},
+        {"reserved", "record 1", [](SetSource& s) { s.cards[0].name = "Fi|sh"; }},
+        {"reserved", "record 1", [](SetSource& s) { s.cards[0].name = "Fish~"; }},
+        {"no name", "record 1", [](SetSource& s) { s.cards[0].name = ""; }},
+        {"control character", "record 1", [](SetSource& s) { s.cards[0].name = "Fi\nsh"; }},
+        {"first at record 1 (Fish aa)", "record 5",
+         [](SetSource& s) { s.cards[4].name = "Fish aa"; }},
+        {"asks for 25 common", "",
+         [](SetSource& s) {
+             s.counts = {0, 0, 25};
+         }},
+        {"asks for 1 rare", "",
+         [](SetSource& s) {
+             s.counts = {1, 0, 1};
+         }},
+        {"at most 15 fit", "",
+         [](SetSource& s) {
+             s.counts = {0, 0, 16};
+         }},
+        {"cannot hold -1", "",
+         [](SetSource& s) {
+             s.counts = {0, -1, 1};
+         }},
+        {"holds no cards", "", [](SetSource& s) { s.counts = {}; }},
+        {"257 common cards", "",
+         [](SetSource& s) {
+             for (int i = 0; i < 233; ++i) {
+                 s.cards.push_back(s.cards[0]);
+                 s.cards.back().name = "Crab " + std::to_string(1000 + i);
+             }
+         }},
+    };
+    for (const Case& c : cases) {
+        SetSource source = smallSet();
+        c.damage(source);
+        put("SmallSet.pw", cardFileBytes(source));
+        expect("SmallSet.pw", c.what, c.where);
+    }
+}
+
+TEST_F(Check, TellsWhereACardFileBreaksOff) {
+    const std::string whole = cardFileBytes(smallSet());
+    const std::size_t record = (whole.size() - 6 - 18) / 24;
+    std::string rareEnd = whole;
+    rareEnd[whole.size() - 11] = '-';
+    const std::tuple<std::string, const char*, std::string> cases[] = {
+        {"", "is empty", "byte 0"},
+        {whole.substr(0, 5), "header is cut", "byte 5"},
+        {whole.substr(0, 6), "END record is missing", "record 1 at byte 6"},
+        {whole.substr(0, 6 + 2 * record), "END record is missing", "record 3"},
+        {whole.substr(0, 6 + 2 * record + 9), "cut off",
+         "record 3 at byte " + std::to_string(6 + 2 * record)},
+        {whole.substr(0, whole.size() - 1), "cut off", "record 25"},
+        {rareEnd, "END record carries the mark \"-\"", "record 25"},
+    };
+    for (const auto& [bytes, what, where] : cases) {
+        put("SmallSet.pw", bytes);
+        expect("SmallSet.pw", what, where.c_str());
+    }
+}
+
+TEST_F(Check, TellsWhatIsWrongWithAnOrderFile) {
+    put("SmallSet.pw", cardFileBytes(smallSet()));
+    const auto list = [](int lines, int different) {
+        std::string text;
+        for (int i = 0; i < lines; ++i) {
+            const char c = static_cast<char>('a' + i % different);
+            text += std::string("UFish ") + c + c + "\n";
+        }
+        return text;
+    };
+    const std::tuple<std::string, const char*, const char*> cases[] = {
+        {"", "is empty", "line 1"},
+        {"1,0,0\n21,0\n", "three whole numbers", "line 2"},
+        {"one,0,0\n21,0,0\n" + list(21, 21), "three whole numbers", "line 1"},
+        {"1,0,0\n22,0,0\n" + list(21, 21), "has 21 of 22 lines", "line 23"},
+        {"1,0,0\n20,0,0\n" + list(20, 20), "needs 21", "line 3"},
+        {"1,1,0\n21,21,0\n" + list(21, 21) + "UFish aa\nUFish zz\n" + list(19, 19), "UFish zz",
+         "line 25"},
+        {"1,0,0\n21,0,0\nRFish aa\n" + list(20, 20), "\"RFish aa\" is no card", "line 3"},
+        {"4,0,0\n30,0,0\n" + list(30, 3), "3 different cards", "line 3"},
+        {"16,0,0\n24,0,0\n" + list(24, 24), "a pack of 16", "line 1"},
+        {"0,0,0\n0,0,0\n", "a pack of 0", "line 1"},
+    };
+    for (const auto& [text, what, where] : cases) {
+        put("SmallSet.ord", text);
+        expect("SmallSet.ord", what, where);
+    }
+    put("SmallSet.ord", "1 0 0\r\n21 0 0\r\n" + list(21, 21));
+    EXPECT_TRUE(checkFolder(folder()).empty());
+    fs::remove(folder() / "SmallSet.pw");
+    expect("SmallSet.ord", "no SmallSet.pw beside it", "");
+}
+
+TEST_F(Check, PutsBothFilesInPlaceOrNeither) {
+    SetSource source = smallSet();
+    std::string error;
+    ASSERT_EQ(WriteResult::Written, writeSetFiles(source, folder(), error));
+    EXPECT_EQ(WriteResult::UpToDate, writeSetFiles(source, folder(), error));
+    std::string before;
+    ASSERT_TRUE(readWhole(folder() / "SmallSet.pw", before));
+
+    source.cards[0].text = "Changed.";
+    fs::remove(folder() / "SmallSet.ord");
+    fs::create_directories(folder() / "SmallSet.ord" / "in the way");
+    EXPECT_EQ(WriteResult::Failed, writeSetFiles(source, folder(), error));
+    std::string after;
+    ASSERT_TRUE(readWhole(folder() / "SmallSet.pw", after));
+    EXPECT_EQ(before, after);
+    fs::remove(folder() / "SmallSet.pw");
+    EXPECT_EQ(WriteResult::Failed, writeSetFiles(source, folder(), error));
+    EXPECT_EQ(1, std::distance(fs::directory_iterator(folder()), {}))
+        << "something was left behind";
+
+    fs::remove_all(folder() / "SmallSet.ord");
+    EXPECT_EQ(WriteResult::Written, writeSetFiles(source, folder(), error));
+    EXPECT_TRUE(checkFolder(folder()).empty());
+}
+
+}  // namespace
+}  // namespace packwise::sets

@@ -1,0 +1,144 @@
+// The program as it is typed, in a process and with settings of its own.
+#include "platform/settingsstore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace packwise::sets {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using testing::HasSubstr;
+
+class Program : public testing::Test {
+protected:
+    struct Ending {
+        int status;
+        std::string out;
+        std::string err;
+    };
+
+    Ending run(const QStringList& arguments) const {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"XDG_CONFIG_HOME"_s, dir_.filePath(u"config"_s));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(dir_.path());
+        process.start(QString::fromUtf8(PACKWISE_SETS_PROGRAM), arguments);
+        if (!process.waitForFinished(20000)) {
+            process.kill();
+            return {-1, {}, "did not end"};
+        }
+        return {process.exitCode(), process.readAllStandardOutput().toStdString(),
+                process.readAllStandardError().toStdString()};
+    }
+
+    void put(const QString& file, const QByteArray& bytes) const {
+        QFile out(dir_.filePath(file));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(bytes);
+    }
+    static QByteArray setNamed(const QByteArray& name) {
+        return "set " + name +
+               "\npack 1 common\n== common blue\nTarn Fish :: U :: Creature :: 1/1\n";
+    }
+    SettingsStore store() const {
+        return SettingsStore(dir_.filePath(u"config/Packwise/Packwise.ini"_s));
+    }
+    QStringList registered() const {
+        QStringList names;
+        for (const auto& [key, name] : store().readAll(u"Sets"_s)) {
+            names.append(name);
+        }
+        return names;
+    }
+    QStringList files() const { return QDir(dir_.path()).entryList(QDir::Files); }
+
+    QTemporaryDir dir_;
+};
+
+TEST_F(Program, RegistersASetOnceBehindTheUsersOwn) {
+    store().write(u"Sets"_s, u"009"_s, u"My Own, First"_s);
+    store().write(u"Client"_s, u"Name"_s, u"Ann"_s);
+    put(u"one.set"_s, setNamed("Reed, Two"));
+    put(u"two.set"_s, setNamed("Ash Set"));
+    EXPECT_EQ("Reed, Two: written\n", run({u"build"_s, u"one.set"_s}).out);
+    EXPECT_EQ("Reed, Two: up to date\nAsh Set: written\n",
+              run({u"build"_s, u"one.set"_s, u"two.set"_s, u"--register"_s}).out);
+    EXPECT_EQ(QStringList({u"My Own, First"_s, u"Reed, Two"_s, u"Ash Set"_s}), registered());
+    EXPECT_EQ(u"Ann"_s, store().read(u"Client"_s, u"Name"_s));
+
+    const Ending list = run({u"list"_s});
+    EXPECT_EQ(0, list.status);
+    EXPECT_THAT(list.out, HasSubstr("Reed, Two"));
+    EXPECT_THAT(list.out, HasSubstr("1 common, 0 uncommon, 0 rare, 0 undealt; pack of 1 + 0 + 0"));
+    EXPECT_EQ(0, run({u"check"_s}).status);
+}
+
+TEST_F(Program, WritesNothingUnlessEverySourceIsSound) {
+    put(u"good.set"_s, setNamed("Good Set"));
+    put(u"bad.set"_s, setNamed("Other Set") + "No Fields\n");
+    const Ending ending = run({u"build"_s, u"good.set"_s, u"bad.set"_s});
+    EXPECT_EQ(1, ending.status);
+    EXPECT_THAT(ending.err, HasSubstr("bad.set: a card is"));
+    EXPECT_THAT(ending.err, HasSubstr(", line 5\n"));
+    EXPECT_EQ(QStringList({u"bad.set"_s, u"good.set"_s}), files());
+    EXPECT_TRUE(registered().isEmpty());
+}
+
+TEST_F(Program, RefusesTwoNamesThatLeadToTheSameFiles) {
+    put(u"one.set"_s, setNamed("Reed Marsh One"));
+    put(u"two.set"_s, setNamed("reedmarsh two"));
+    EXPECT_THAT(run({u"build"_s, u"one.set"_s, u"two.set"_s}).err, HasSubstr("\"Reed Marsh One\""));
+    EXPECT_EQ(0, run({u"build"_s, u"one.set"_s}).status);
+    const Ending second = run({u"build"_s, u"two.set"_s});
+    EXPECT_EQ(1, second.status);
+    EXPECT_THAT(second.err, HasSubstr("the same files as the set \"Reed Marsh One\""));
+    EXPECT_EQ(QStringList(u"Reed Marsh One"_s), registered());
+}
+
+TEST_F(Program, LeavesTheSettingsAloneWhenAskedTo) {
+    put(u"one.set"_s, setNamed("Reed Marsh"));
+    QDir(dir_.path()).mkdir(u"cards"_s);
+    EXPECT_EQ(0,
+              run({u"build"_s, u"one.set"_s, u"--into"_s, u"cards"_s, u"--no-register"_s}).status);
+    EXPECT_TRUE(registered().isEmpty());
+    EXPECT_TRUE(QFile::exists(dir_.filePath(u"cards/ReedMars.pw"_s)));
+    EXPECT_TRUE(QFile::exists(dir_.filePath(u"cards/ReedMars.ord"_s)));
+    EXPECT_THAT(run({u"list"_s, u"cards"_s}).out, HasSubstr("(not registered)"));
+}
+
+TEST_F(Program, TellsAFaultInOneLineAndFails) {
+    put(u"Broken.pw"_s, QByteArray("\1\0\1\0\1\0", 6));
+    const Ending ending = run({u"check"_s});
+    EXPECT_EQ(1, ending.status);
+    EXPECT_EQ("Broken.pw: the END record is missing, record 1 at byte 6\n", ending.out);
+    EXPECT_THAT(run({u"list"_s}).out, HasSubstr("damaged"));
+}
+
+TEST_F(Program, HelpsAndRefusesAWrongCommandLine) {
+    EXPECT_THAT(run({u"--help"_s}).out, HasSubstr("build SOURCE"));
+    EXPECT_THAT(run({u"build"_s, u"--help"_s}).out, HasSubstr("--into <FOLDER>"));
+    for (const QStringList& wrong :
+         {QStringList(), QStringList{u"brew"_s}, QStringList{u"build"_s},
+          QStringList{u"build"_s, u"--bogus"_s, u"x.set"_s},
+          QStringList{u"build"_s, u"x.set"_s, u"--register"_s, u"--no-register"_s}}) {
+        const Ending ending = run(wrong);
+        EXPECT_EQ(2, ending.status) << wrong.join(u' ').toStdString();
+        EXPECT_THAT(ending.err, HasSubstr("packwise-sets: "));
+    }
+    for (const QStringList& missing :
+         {QStringList{u"build"_s, u"none.set"_s}, QStringList{u"check"_s, u"none"_s}}) {
+        EXPECT_EQ(1, run(missing).status);
+        EXPECT_THAT(run(missing).err, HasSubstr("none"));
+    }
+}
+
+}  // namespace
+}  // namespace packwise::sets

@@ -1,0 +1,148 @@
+// The sets that are shipped, read the way Packwise reads them.
+#include "common/protocol.h"
+#include "engine/cardset.h"
+#include "engine/dealing.h"
+#include "sets/folder.h"
+#include "sets/sheet.h"
+#include "sets/textsource.h"
+#include "sets/writer.h"
+
+#include <QFile>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <random>
+#include <set>
+
+namespace packwise::sets {
+namespace {
+
+class Samples : public testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        QFile file(QString::fromUtf8(PACKWISE_DATA "/") + QString::fromUtf8(GetParam()));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        ReadSource read = readTextSource(file.readAll());
+        for (const Fault& fault : read.faults) {
+            ADD_FAILURE() << fault.what << ", " << fault.where;
+        }
+        source_ = std::move(read.source);
+        layOutSheets(source_);
+        std::string error;
+        ASSERT_EQ(WriteResult::Written, writeSetFiles(source_, folder(), error)) << error;
+    }
+
+    std::filesystem::path folder() const { return dir_.path().toStdString(); }
+
+    QTemporaryDir dir_;
+    SetSource source_;
+};
+
+TEST_P(Samples, HoldTheCardsOfAWholeSetAndNoFault) {
+    EXPECT_TRUE(checkFolder(folder()).empty());
+    const auto pools = readCardPools(setFilePath(folder(), source_.displayName, ".pw"));
+    ASSERT_TRUE(pools);
+    EXPECT_THAT(pools->counts, testing::ElementsAre(1, 3, 11));
+    const std::array<std::size_t, 3> sizes = {22, 36, 66};
+    for (std::size_t pool = 0; pool < sizes.size(); ++pool) {
+        EXPECT_EQ(sizes.at(pool), pools->tokens.at(pool).size());
+        std::set<char> colors;
+        for (const std::string& token : pools->tokens.at(pool)) {
+            colors.insert(token.front());
+        }
+        EXPECT_EQ(8U, colors.size()) << "pool " << pool;
+    }
+    bool beyondAscii = false;
+    for (const CardRecord& card : source_.cards) {
+        EXPECT_LE(card.name.size(), 35U) << card.name;
+        EXPECT_LE(card.text.size(), 300U) << card.name;
+        EXPECT_EQ(card.type.find("Creature") != std::string::npos ||
+                      card.type.find("Vehicle") != std::string::npos,
+                  !card.pt.empty())
+            << card.name;
+        const auto shown =
+            scanForCard(setFilePath(folder(), source_.displayName, ".pw"), card.name);
+        EXPECT_TRUE(shown && shown->text == card.text) << card.name;
+        beyondAscii = beyondAscii || std::any_of(card.name.begin(), card.name.end(), [](char c) {
+                          return static_cast<unsigned char>(c) >= 0x80;
+                      });
+    }
+    EXPECT_TRUE(beyondAscii);
+}
+
+TEST_P(Samples, DealSoundPacksBothWays) {
+    std::map<std::string, std::string> markOf;
+    for (const CardRecord& card : source_.cards) {
+        markOf[card.color + card.name] = card.rarity;
+    }
+    std::mt19937 generator(20261122);
+    const Draw draw = [&] { return std::uniform_real_distribution<double>(0, 1)(generator); };
+    for (int i = 0; i < 300; ++i) {
+        for (const auto& pack : {randomPack(folder(), source_.displayName, draw),
+                                 realPack(folder(), source_.displayName, draw)}) {
+            ASSERT_TRUE(pack);
+            std::map<std::string, int> marks;
+            const std::vector<std::string> cards = readFields(*pack);
+            for (const std::string& card : cards) {
+                ++marks[markOf[card]];
+            }
+            ASSERT_THAT(marks, testing::ElementsAre(testing::Pair("+", 1), testing::Pair("-", 11),
+                                                    testing::Pair("=", 3)));
+            ASSERT_EQ(15U, std::set<std::string>(cards.begin(), cards.end()).size()) << *pack;
+        }
+    }
+}
+
+TEST_P(Samples, LieOnTheSheetWithCopiesApartAndColoursMixed) {
+    const auto order = readOrderFile(setFilePath(folder(), source_.displayName, ".ord"));
+    ASSERT_TRUE(order);
+    EXPECT_THAT(order->counts, testing::ElementsAre(11, 3, 1));
+    const std::array<std::size_t, 3> cards = {66, 36, 22};
+    for (std::size_t list = 0; list < order->lists.size(); ++list) {
+        const std::vector<std::string>& lines = order->lists.at(list);
+        ASSERT_EQ(121U, lines.size());
+        std::map<std::string, std::vector<std::size_t>> places;
+        int sameColor = 0;
+        for (std::size_t line = 0; line < lines.size(); ++line) {
+            places[lines[line]].push_back(line);
+            for (const std::size_t next : {line + 1, line + kSheetWidth}) {
+                sameColor += next < lines.size() && lines[next][0] == lines[line][0] ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(0, sameColor) << "list " << list;
+        EXPECT_EQ(cards.at(list), places.size());
+        for (const auto& [token, at] : places) {
+            EXPECT_GE(at.size(), lines.size() / places.size()) << token;
+            EXPECT_LE(at.size(), lines.size() / places.size() + 1) << token;
+            for (std::size_t copy = 1; copy < at.size(); ++copy) {
+                EXPECT_GE(at[copy] - at[copy - 1], kSheetLines / (2 * at.size())) << token;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Shipped, Samples,
+                         testing::Values("saltmarsh-bells.set", "cinder-orchard.set"));
+
+TEST(Sheet, GivesCopiesByWeightAndEveryCardAPlace) {
+    const std::vector<SheetCard> cards = {
+        {"UOften", 6}, {"RSeldom", 0.01}, {"GEven", 3}, {"WOdd", 3}};
+    std::map<std::string, int> copies;
+    for (const std::string& token : layOutSheet(cards, 121)) {
+        ++copies[token];
+    }
+    EXPECT_NEAR(60, copies["UOften"], 1);
+    EXPECT_NEAR(30, copies["GEven"], 1);
+    EXPECT_NEAR(30, copies["WOdd"], 1);
+    EXPECT_EQ(1, copies["RSeldom"]);
+}
+
+}  // namespace
+}  // namespace packwise::sets

@@ -1,0 +1,91 @@
+#include "sets/textsource.h"
+
+#include <QByteArray>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace packwise::sets {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kHead = "set Small Set\npack 1 common\n== common blue\n";
+
+TEST(TextSource, BecomesCardsInWindows1252) {
+    const ReadSource read = readTextSource(
+        "# a comment\r\nset Small Set\r\npack 0 rare, 1 uncommon,1 common\r\n\r\n== common blue\r\n"
+        "L\xC3\xB6ss Heron :: 1U :: Creature - Bird :: 1/2\r\n    Flying\r\n    \xC5\x92uvre.\r\n"
+        "== uncommon land\r\nGate of Ysk ::  :: Land\r\n");
+    EXPECT_TRUE(read.faults.empty());
+    EXPECT_EQ("Small Set", read.source.displayName);
+    EXPECT_THAT(read.source.counts, testing::ElementsAre(0, 1, 1));
+    ASSERT_EQ(2U, read.source.cards.size());
+    const CardRecord& bird = read.source.cards[0];
+    EXPECT_EQ("L\xF6ss Heron", bird.name);
+    EXPECT_EQ("-U", bird.rarity + bird.color);
+    EXPECT_EQ("1U", bird.cost);
+    EXPECT_EQ("Creature - Bird", bird.type);
+    EXPECT_EQ("Flying\n\x8Cuvre.", bird.text);
+    EXPECT_EQ("1/2", bird.pt);
+    const CardRecord& gate = read.source.cards[1];
+    EXPECT_EQ("Gate of Ysk=L", gate.name + gate.rarity + gate.color + gate.cost + gate.pt);
+}
+
+TEST(TextSource, IsRefusedWithTheLineOfTheFault) {
+    struct Case {
+        std::string text;
+        const char* what;
+        const char* where;
+    };
+    const std::string head = kHead;
+    const Case cases[] = {
+        {head + "A :: U :: Instant\nB | C :: U :: Instant\n", "reserved character", "line 5"},
+        {head + "Tilde~Fish :: U :: Instant\n", "reserved character", "line 4"},
+        {head + "A :: U :: Instant\nB :: U :: Instant\nA :: U :: Instant\n", "first at line 4",
+         "line 6"},
+        {head + "END :: U :: Instant\n", "closes the file", "line 4"},
+        {head + " :: U :: Instant\n", "under no card", "line 4"},
+        {head + ":: U :: Instant\n", "no name", "line 4"},
+        {head + "A :: Instant\n", "a card is", "line 4"},
+        {head + "A :: U :: Instant :: 1/1 :: more\n", "a card is", "line 4"},
+        {head + "    Flying\n", "under no card", "line 4"},
+        {head + "A :: U :: Instant\n    \xE2\x88\x9E\n", "U+221E at column 5", "line 5"},
+        {head + "A :: U :: Instant\n    \xF0\x9F\x90\x9F\n", "U+1F41F", "line 5"},
+        {head + "A :: U :: Instant\nBad\xFFutf :: U :: Instant\n", "not UTF-8", "line 5"},
+        {head + "== mythic blue\n", "no heading", "line 4"},
+        {head + "== common\n", "no heading", "line 4"},
+        {"set Small Set\npack 1 common\nA :: U :: Instant\n", "before the first", "line 3"},
+        {"set Small Set\npack one common\n", "is no count", "line 2"},
+        {"set Small Set\npack -1 common\n", "is no count", "line 2"},
+        {head + "set Again\nA :: U :: Instant\n", "a name already", "line 4"},
+        {"pack 1 common\n== common blue\nA :: U :: Instant\n", "\"set NAME\" is missing", ""},
+        {"set Small Set\n== common blue\nA :: U :: Instant\n", "is missing", ""},
+        {"set Small Set\npack 2 common\n== common blue\nA :: U :: Instant\n", "asks for 2", ""},
+        {"set Small Set\npack 16 common\n== common blue\nA :: U :: Instant\n", "at most 15", ""},
+        {"set ../up\npack 1 common\n== common blue\nA :: U :: Instant\n", "cannot be a file", ""},
+        {"set   \npack 1 common\n== common blue\nA :: U :: Instant\n", "no name", ""},
+        {"", "missing", ""},
+    };
+    for (const Case& c : cases) {
+        const ReadSource read = readTextSource(QByteArray::fromStdString(c.text));
+        EXPECT_THAT(read.faults, testing::Contains(
+                                     testing::AllOf(testing::Field(&Fault::what, HasSubstr(c.what)),
+                                                    testing::Field(&Fault::where, c.where),
+                                                    testing::Field(&Fault::warning, false))))
+            << c.text << (read.faults.empty() ? "" : read.faults[0].what);
+    }
+}
+
+TEST(TextSource, MayHoldANameInsideAnotherWithAWarning) {
+    const ReadSource read = readTextSource(QByteArray(kHead).append(
+        "Ysk Heron :: U :: Creature :: 1/1\nHeron :: U :: Creature :: 1/1\n"));
+    ASSERT_EQ(1U, read.faults.size());
+    EXPECT_TRUE(read.faults[0].warning);
+    EXPECT_EQ("line 5", read.faults[0].where);
+}
+
+}  // namespace
+}  // namespace packwise::sets
