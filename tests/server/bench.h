@@ -1,0 +1,142 @@
+// A console under test with everything around it, and clients on real sockets.
+#pragma once
+
+#include "engine/samplefiles.h"
+#include "platform/lazy.h"
+#include "server/frmserver.h"
+#include "support/fakeshell.h"
+#include "support/peer.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTest>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace packwise {
+
+class NoLink : public ClientLink {
+public:
+    QString clientName() const override { return {}; }
+    void send(std::string_view) override {}
+    void closeConnection() override {}
+};
+
+class NotingClient : public LocalClient {
+public:
+    void start(const QString& name, quint16 port) override {
+        startedName = name;
+        startedPort = port;
+    }
+    QString startedName;
+    quint16 startedPort = 0;
+};
+
+// A port that the console accepts and that nobody listens on.
+inline int freePort() {
+    static int next = 4000 + static_cast<int>(QCoreApplication::applicationPid() % 5000);
+    for (int tries = 0; tries < 200; ++tries) {
+        next = next >= 9999 ? 4000 : next + 1;
+        QTcpServer probe;
+        if (probe.listen(QHostAddress::AnyIPv4, static_cast<quint16>(next))) {
+            return next;
+        }
+    }
+    return 0;
+}
+
+class Bench {
+public:
+    Bench() {
+        QDir::setCurrent(QString::fromStdString(folder.path().string()));
+        folder.write("Sample.pw", sample::wholeSet());
+        folder.write("Other.pw", sample::wholeSet());
+        shell.settings().write(QStringLiteral("Sets"), QStringLiteral("1"),
+                               QStringLiteral("Sample"));
+        shell.settings().write(QStringLiteral("Sets"), QStringLiteral("2"),
+                               QStringLiteral("Other"));
+    }
+    ~Bench() { QDir::setCurrent(QDir::rootPath()); }
+
+    FrmServer& console() {
+        if (!server_) {
+            server_ = std::make_unique<FrmServer>(shell, security, fixSeats, localClient,
+                                                  [this] { return draw(); });
+        }
+        return *server_;
+    }
+
+    // Opens a free port without a local client.
+    void listen() {
+        console().chkClient->setChecked(false);
+        console().txtPort->setText(QString::number(freePort()));
+        console().cmdOpenPort->click();
+        ASSERT_EQ(console().wskServer[0]->state(), Socket::Listening);
+    }
+
+    // A client that is connected and has heard its HELO, which must tell this socket number.
+    std::unique_ptr<Peer> connected(int num) {
+        auto peer = std::make_unique<Peer>();
+        EXPECT_TRUE(peer->connectTo(console().wskServer[0]->localPort()));
+        EXPECT_TRUE(peer->hears("HELO" + std::to_string(num) + "~"));
+        return peer;
+    }
+
+    // A client that has joined under that name.
+    std::unique_ptr<Peer> joined(int num, const std::string& name) {
+        auto peer = connected(num);
+        peer->say("VERS1.41~NAME" + name + "~");
+        EXPECT_TRUE(peer->hearsSometime("~NAME7")) << name;
+        peer->rest();
+        return peer;
+    }
+
+    // As many clients, called P1, P2 and so on, on sockets 1, 2 and so on.
+    std::vector<std::unique_ptr<Peer>> table(int players) {
+        listen();
+        std::vector<std::unique_ptr<Peer>> peers;
+        for (int num = 1; num <= players; ++num) {
+            peers.push_back(joined(num, "P" + std::to_string(num)));
+        }
+        for (auto& peer : peers) {
+            peer->rest();
+        }
+        return peers;
+    }
+
+    void chooseSets() {
+        for (QComboBox* box : console().cboPack) {
+            box->setCurrentIndex(0);
+        }
+        console().cboPack[1]->setCurrentIndex(1);
+    }
+
+    bool seatIsFree(int num) {
+        return QTest::qWaitFor(
+            [&] { return console().wskServer.at(static_cast<std::size_t>(num))->state() == 0; },
+            3000);
+    }
+
+    sample::TempFolder folder;
+    FakeShell shell;
+    NoLink link;
+    NotingClient localClient;
+    Lazy<FrmSecurity> security{[this] { return std::make_unique<FrmSecurity>(shell, link); }};
+    Lazy<FrmFixSeats> fixSeats{[this] { return std::make_unique<FrmFixSeats>(shell); }};
+    std::function<double()> draw = [value = 0.0]() mutable {
+        value += 0.137;
+        return value -= static_cast<int>(value);
+    };
+
+private:
+    std::unique_ptr<FrmServer> server_;
+};
+
+}  // namespace packwise

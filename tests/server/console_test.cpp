@@ -1,0 +1,161 @@
+#include "server/bench.h"
+
+#include <QGroupBox>
+#include <QLabel>
+
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(Console, FirstRunShowsTheDefaults) {
+    Bench bench;
+    FrmServer& console = bench.console();
+    EXPECT_EQ(console.txtPort->text(), u"5252"_s);
+    EXPECT_TRUE(console.optBooster->isChecked());
+    EXPECT_TRUE(console.chkTimed->isChecked());
+    EXPECT_FALSE(console.chkTimed->isEnabled());
+    EXPECT_EQ(console.lblSecs->text(), u"5"_s);
+    EXPECT_TRUE(console.optPack[2]->isChecked());
+    EXPECT_TRUE(console.chkClient->isChecked());
+    EXPECT_EQ(console.txtName->text(), QString());
+    EXPECT_EQ(console.cboPack[5]->count(), 2);
+    EXPECT_EQ(console.cboPack[0]->currentIndex(), -1);
+    EXPECT_TRUE(console.cmdKick->isEnabled());
+    EXPECT_FALSE(console.cmdPing->isEnabled());
+}
+
+TEST(Console, StoredChoicesComeBack) {
+    Bench bench;
+    const std::pair<const char16_t*, const char16_t*> stored[] = {
+        {u"Port", u"7001"},   {u"DraftType", u"R"}, {u"Timed", u"0"},     {u"Time", u"0"},
+        {u"FixSeats", u"1"},  {u"Silence", u"1"},   {u"Halt", u"1"},      {u"Reality", u"1"},
+        {u"RunClient", u"0"}, {u"PackCount", u"5"}, {u"Pack1", u"Other"}, {u"Pack2", u"Nowhere"}};
+    for (const auto& [key, value] : stored) {
+        bench.shell.settings().write(u"Server"_s, QString::fromUtf16(key),
+                                     QString::fromUtf16(value));
+    }
+    FrmServer& console = bench.console();
+    EXPECT_EQ(console.txtPort->text(), u"7001"_s);
+    EXPECT_TRUE(console.optRochester->isChecked());
+    EXPECT_TRUE(console.vsbSecs->isEnabled());
+    EXPECT_FALSE(console.chkTimed->isChecked());
+    EXPECT_EQ(console.lblSecs->text(), u"30"_s);
+    EXPECT_TRUE(console.chkFixSeats->isChecked() && console.chkSilence->isChecked() &&
+                console.chkHalt->isChecked() && console.chkReal->isChecked());
+    EXPECT_FALSE(console.txtName->isEnabled());
+    EXPECT_TRUE(console.cboPack[4]->isEnabled());
+    EXPECT_FALSE(console.cboPack[5]->isEnabled());
+    EXPECT_EQ(console.cboPack[0]->currentText(), u"Other"_s);
+    EXPECT_EQ(console.cboPack[1]->currentIndex(), -1);
+    console.optPack[2]->click();
+    EXPECT_TRUE(console.cboPack[2]->isEnabled());
+    EXPECT_FALSE(console.cboPack[3]->isEnabled());
+    console.chkHalt->click();
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Halt"_s), u"0"_s);
+}
+
+TEST(Console, ChecksNameAndPortBeforeItListens) {
+    Bench bench;
+    QTcpServer taken;
+    const int port = freePort();
+    ASSERT_TRUE(taken.listen(QHostAddress::AnyIPv4, static_cast<quint16>(port)));
+    struct Row {
+        QString name;
+        QString port;
+        QString box;
+        QString title;
+    };
+    const Row rows[] = {
+        {u""_s, u"5252"_s, u"Name is blank."_s, u"Packwise 1.41"_s},
+        {u"a~b"_s, u"5252"_s, u"Character ~ reserved"_s, u"Error"_s},
+        {u"Ann"_s, u"999"_s, u"Use a port greater than 1000"_s, u"Error"_s},
+        {u"Ann"_s, u"abc"_s, u"Bad port"_s, u"Error"_s},
+        {u"Ann"_s, u""_s, u"Bad port"_s, u"Error"_s},
+        {u"Ann"_s, QString::number(port), u"Bad port"_s, u"Error"_s},
+    };
+    FrmServer& console = bench.console();
+    for (const Row& row : rows) {
+        console.txtName->setText(row.name);
+        console.txtPort->setText(row.port);
+        bench.shell.script.expect(row.box);
+        console.cmdOpenPort->click();
+        EXPECT_EQ(bench.shell.script.last().title, row.title);
+        EXPECT_TRUE(console.cmdOpenPort->isEnabled());
+        EXPECT_FALSE(console.cmdStart->isEnabled());
+    }
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Port"_s, u"-"_s), u"-"_s);
+
+    taken.close();
+    console.show();
+    QTest::keyClick(console.txtPort, Qt::Key_Return);  // the window's default button
+    EXPECT_EQ(console.wskServer[0]->state(), Socket::Listening);
+    EXPECT_EQ(bench.localClient.startedName, u"Ann"_s);
+    EXPECT_EQ(bench.localClient.startedPort, port);
+    EXPECT_TRUE(bench.security.isVisible());
+    EXPECT_EQ(bench.shell.settings().read(u"Client"_s, u"Name"_s), u"Ann"_s);
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Port"_s), QString::number(port));
+    for (const QWidget* control : std::initializer_list<QWidget*>{
+             console.cmdOpenPort, console.txtPort, console.txtName, console.chkClient}) {
+        EXPECT_FALSE(control->isEnabled());
+    }
+    EXPECT_TRUE(console.cmdStart->isEnabled());
+}
+
+TEST(Console, ClosingAsksWhileConnectionsAreOpen) {
+    struct Row {
+        int connections;
+        bool yes;
+        std::set<FormId> visible;
+        bool stays;  // the close was refused
+        bool ended;
+        int saved;
+    };
+    for (const Row& row :
+         {Row{0, false, {FormId::Security}, false, true, 1},
+          Row{0, false, {FormId::DeckBuild}, false, false, 0},
+          Row{1, false, {FormId::Security}, true, false, 0},
+          Row{1, true, {FormId::Security}, true, false, 0}, Row{1, true, {}, false, true, 0}}) {
+        Bench bench;
+        bench.shell.visible = row.visible;
+        bench.listen();
+        std::unique_ptr<Peer> peer;
+        if (row.connections > 0) {
+            peer = bench.connected(1);
+            bench.shell.script.expect(u"Quit? Some connections are still open."_s, row.yes);
+        }
+        bench.console().show();
+        EXPECT_EQ(bench.console().closeByUser(), !row.stays);
+        EXPECT_EQ(bench.shell.ended(), row.ended);
+        EXPECT_EQ(bench.shell.savedForms, row.saved);
+        EXPECT_EQ(bench.console().isVisible(), row.connections > 0 && !row.yes);
+        if (peer) {
+            EXPECT_EQ(peer->rest(), row.yes ? "CLOS~" : "");
+        }
+    }
+}
+
+TEST(Console, NothingIsClippedAndTheLightsStandBesideTheirRows) {
+    Bench bench;
+    FrmServer& console = bench.console();
+    console.show();
+    for (const QAbstractButton* button : console.findChildren<QAbstractButton*>()) {
+        EXPECT_GE(button->width(), button->sizeHint().width()) << qPrintable(button->text());
+    }
+    EXPECT_GE(console.cboPack[0]->width(),
+              console.fontMetrics().horizontalAdvance(u"Thirty Letters of a Set's Name"_s) + 40);
+    console.lstNames->setText(0, QString(4000, u'W'));
+    for (int row = 0; row < kSeats; ++row) {
+        const QRect place = console.lstNames->visualItemRect(console.lstNames->item(row));
+        EXPECT_TRUE(console.lstNames->viewport()->rect().contains(place)) << row;
+        const int middle = console.lstNames->viewport()->mapTo(&console, place.center()).y();
+        const QRect light = console.shaLight[static_cast<std::size_t>(row)]->geometry();
+        EXPECT_LE(std::abs(light.center().y() - middle), 1) << row;
+        EXPECT_LT(light.right(), console.lstNames->x());
+    }
+}
+
+}  // namespace
+}  // namespace packwise

@@ -1,0 +1,187 @@
+#include "server/bench.h"
+
+#include <QLabel>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using testing::UnorderedElementsAre;
+
+TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
+    Bench bench;
+    auto peers = bench.table(2);
+    auto nameless = bench.connected(3);
+    nameless->rest();
+    bench.chooseSets();
+    bench.console().optPack[3]->click();
+    bench.console().chkReal->setChecked(true);
+    bench.draw = [value = -0.01]() mutable { return value += 0.01; };
+    bench.console().cmdStart->click();
+    const std::string opening =
+        "STATDraft in progress~SEAT00~SEAT11~PAKSSample|Other|Sample|Sample|||~"
+        "MESGDraft is Sample - Other - Sample - Sample~INFOB~ROUN1~";
+    EXPECT_TRUE(nameless->hears(opening));
+    EXPECT_EQ(nameless->rest(), "");  // no pack without a place
+    for (auto& peer : peers) {
+        EXPECT_TRUE(peer->hears(opening + "BOOS"));
+        const std::string pack = peer->rest();
+        EXPECT_EQ(countCards(pack), 15);
+        EXPECT_EQ(pack.back(), '~');
+    }
+    FrmServer& console = bench.console();
+    EXPECT_FALSE(console.chkReal->isChecked());  // there is no order file
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Reality"_s), u"0"_s);
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"PackCount"_s), u"4"_s);
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Pack6"_s), u"Sample"_s);
+    EXPECT_TRUE(console.optPack[3]->isEnabled());
+    for (const QWidget* control : std::initializer_list<QWidget*>{
+             console.cmdStart, console.cmdKick, console.optRochester, console.cboPack[0],
+             console.optPack[2], console.chkFixSeats}) {
+        EXPECT_FALSE(control->isEnabled()) << qPrintable(control->objectName());
+    }
+    EXPECT_EQ(console.wskServer[0]->state(), Socket::Closed);
+    QTcpSocket late;
+    late.connectToHost(u"127.0.0.1"_s, console.wskServer[0]->localPort());
+    EXPECT_FALSE(late.waitForConnected(1000));
+
+    // A pick goes round; a name that comes now finds no place at the table.
+    nameless->say("NAMELate~BPCK~");
+    EXPECT_TRUE(nameless->hearsSometime("~NAME7"));
+    EXPECT_EQ(console.table().playerCount, 2);
+    EXPECT_EQ(peers[0]->transcript().find("BSTA"), std::string::npos);
+}
+
+TEST(DraftStart, RochesterTellsItsClock) {
+    Bench bench;
+    auto peers = bench.table(1);
+    bench.chooseSets();
+    bench.console().optRochester->click();
+    bench.console().vsbSecs->setValue(18);
+    bench.console().cmdStart->click();
+    EXPECT_TRUE(
+        peers[0]->hears("STATDraft in progress~SEAT00~PAKSSample|Other|Sample||||~"
+                        "MESGDraft is Sample - Other - Sample~INFOR112~ROUN1:1~BOOS"));
+    EXPECT_TRUE(peers[0]->hearsSometime("REVW~"));
+    EXPECT_FALSE(bench.console().vsbSecs->isEnabled());
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"DraftType"_s), u"R"_s);
+}
+
+TEST(DraftStart, NobodyThereLeavesTheConsoleAsItWas) {
+    Bench bench;
+    bench.listen();
+    auto nameless = bench.connected(1);
+    bench.shell.script.expect(u"No valid connections"_s);
+    bench.console().cmdStart->click();
+    EXPECT_EQ(bench.console().draftState, "N");
+    EXPECT_TRUE(bench.console().cmdStart->isEnabled());
+    EXPECT_EQ(nameless->rest(), "");
+}
+
+TEST(DraftStart, AHoleMakesTheSeatingRandomAndLeavesNoHoleAtTheTable) {
+    Bench bench;
+    auto peers = bench.table(4);
+    bench.chooseSets();
+    bench.console().chkFixSeats->setChecked(true);
+    peers[2]->close();
+    ASSERT_TRUE(bench.seatIsFree(3));
+    // One more is lost while the box is open: that place is kept.
+    bench.shell.script.expect(u"Can't fix seat with connection hole."_s, true, [&] {
+        peers[1]->close();
+        EXPECT_TRUE(bench.seatIsFree(2));
+    });
+    bench.console().cmdStart->click();
+    EXPECT_FALSE(bench.console().chkFixSeats->isChecked());
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"FixSeats"_s), u"1"_s);
+    const DraftTable& table = bench.console().table();
+    EXPECT_EQ(table.playerCount, 3);
+    EXPECT_THAT(std::vector<int>(table.socketAt.begin(), table.socketAt.begin() + 3),
+                UnorderedElementsAre(1, 2, 4));
+    EXPECT_EQ(table.tableOf[2], -1);
+    EXPECT_TRUE(peers[3]->hearsSometime("ROUN1~BOOS"));
+    bench.console().tmrRandoms_Timer();
+    EXPECT_TRUE(peers[3]->hearsSometime("~BSTA" + std::to_string(table.tableOf[1]) + "~"));
+}
+
+TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
+    for (const bool byCloseBox : {false, true}) {
+        Bench bench;
+        auto peers = bench.table(3);
+        bench.chooseSets();
+        bench.console().chkFixSeats->setChecked(true);
+        bench.console().show();
+        bench.console().cmdStart->click();
+        EXPECT_TRUE(peers[0]->hears("STATDraft in progress~MESG*Server is fixing seat order.*~"));
+        FrmFixSeats& dialog = bench.fixSeats();
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(bench.console().isEnabled());
+        EXPECT_FALSE(bench.console().closeByUser());
+        EXPECT_FALSE(dialog.lblSeat[3]->isEnabled());
+        EXPECT_EQ(dialog.lblSeat[3]->caption(), u"-"_s);
+
+        QTest::mouseClick(dialog.lblSeat[0], Qt::LeftButton);
+        EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 0, 0));
+        QTest::keyClick(dialog.lblSeat[2], Qt::Key_Space);
+        EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 255, 255));
+        peers[0]->say("RROK~RPOK~BPCKUa|~");
+        peers[1]->close();
+        EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~"));
+        bench.console().tmrRandoms_Timer();
+        QTest::keyClick(dialog.lblSeat[1], Qt::Key_Return);
+        QTest::keyClick(dialog.lblSeat[2], Qt::Key_Return);
+        EXPECT_EQ(dialog.lblSeat[1]->caption(), u"P1"_s);
+        dialog.lblSeat[0]->click();  // stays selected, without effect
+        EXPECT_EQ(peers[0]->rest(), "");
+        if (byCloseBox) {
+            EXPECT_TRUE(dialog.closeByUser());
+        } else {
+            dialog.cmdOK->click();
+        }
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_TRUE(bench.console().isEnabled());
+        EXPECT_TRUE(peers[0]->hears("SEAT20~SEAT01~SEAT12~PAKS"));
+        EXPECT_TRUE(peers[0]->hearsSometime("ROUN1~BOOS"));
+        bench.console().tmrRandoms_Timer();
+        EXPECT_TRUE(peers[0]->hearsSometime("BSTA2~"));
+    }
+}
+
+TEST(FixSeats, WhenNobodyIsLeftNothingIsDealt) {
+    Bench bench;
+    auto peers = bench.table(1);
+    bench.console().chkFixSeats->setChecked(true);
+    bench.console().cmdStart->click();
+    peers[0]->close();
+    ASSERT_TRUE(bench.seatIsFree(1));
+    bench.shell.script.expect(u"No valid connections"_s);
+    bench.fixSeats().cmdOK->click();
+    EXPECT_FALSE(bench.shell.ended());  // no set was read
+    EXPECT_TRUE(bench.console().isEnabled());
+}
+
+TEST(DraftStart, UnreadableCardDataEndTheProgramOnce) {
+    for (const bool booster : {true, false}) {
+        Bench bench;
+        auto peers = bench.table(2);  // no set is chosen
+        (booster ? bench.console().optBooster : bench.console().optRochester)->setChecked(true);
+        bench.shell.script.expect(u"Error reading file"_s, true, [&] {
+            // What arrives while the box is open must not deal again.
+            peers[0]->say("BPCK~RROK~RPOK~RPCK0~PING~");
+            EXPECT_TRUE(peers[0]->hearsSometime("PONG~"));
+            peers[1]->close();
+            EXPECT_TRUE(bench.seatIsFree(2));
+            bench.console().tmrRandoms_Timer();
+        });
+        bench.console().cmdStart->click();
+        EXPECT_EQ(bench.shell.script.seen().size(), 1U);
+        EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
+        EXPECT_TRUE(bench.shell.ended());
+        EXPECT_EQ(peers[0]->transcript().find("BOOS"), std::string::npos);
+    }
+}
+
+}  // namespace
+}  // namespace packwise

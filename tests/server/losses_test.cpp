@@ -1,0 +1,161 @@
+#include "server/bench.h"
+
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(Losses, KickTellsTheOthersAndKeepsTheSelection) {
+    Bench bench;
+    auto peers = bench.table(2);
+    FrmServer& console = bench.console();
+    console.cmdKick->click();  // nothing selected
+    console.lstNames->setCurrentRow(5);
+    console.cmdKick->click();  // an empty row
+    EXPECT_EQ(peers[0]->rest(), "");
+    console.lstNames->setCurrentRow(1);
+    console.cmdKick->click();
+    EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~DROP1~MESGKicked P2~"));
+    EXPECT_TRUE(peers[1]->waitClosed());
+    EXPECT_EQ(peers[1]->rest(), "");
+    EXPECT_EQ(console.lstNames->currentRow(), 1);
+    console.cmdPing->click();  // looks enabled, but nobody is there
+    EXPECT_FALSE(console.tmrPing->isActive());
+}
+
+TEST(Losses, PingCountsSecondsAndFindsPoorConnections) {
+    Bench bench;
+    auto peers = bench.table(2);
+    FrmServer& console = bench.console();
+    console.show();
+    struct Row {
+        int ticks;
+        const char* shown;
+        const char* told;
+    };
+    for (const Row& row :
+         {Row{0, "0", ""}, Row{10, "10", ""}, Row{11, "11", "STATDetected poor connection~"},
+          Row{99, "99", "STATDetected poor connection~"}}) {
+        const QRect place = console.lstNames->visualItemRect(console.lstNames->item(1));
+        QTest::mouseClick(console.lstNames->viewport(), Qt::LeftButton, {}, place.center());
+        ASSERT_TRUE(console.cmdPing->isEnabled());
+        console.cmdPing->click();
+        EXPECT_FALSE(console.cmdPing->isEnabled());
+        EXPECT_TRUE(peers[1]->hears("PING~"));
+        EXPECT_EQ(console.txtPing->text(), QString());
+        for (int i = 0; i < row.ticks; ++i) {
+            console.tmrPing_Timer();
+        }
+        EXPECT_EQ(console.tmrPing->isActive(), row.ticks < 99);
+        peers[1]->say("PONG~");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !console.txtPing->text().isEmpty(); }, 3000));
+        EXPECT_EQ(console.txtPing->text(), QLatin1String(row.shown));
+        EXPECT_EQ(peers[1]->rest(), row.told);
+        EXPECT_TRUE(console.cmdPing->isEnabled());
+        EXPECT_FALSE(console.tmrPing->isActive());
+    }
+    EXPECT_EQ(peers[0]->rest(), "");
+    console.lstNames->setCurrentRow(4);
+    EXPECT_FALSE(console.cmdPing->isEnabled());
+}
+
+TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {
+    struct Row {
+        const char* state;
+        bool halt;
+        bool rowsCleared;
+        bool randoms;
+        const char* told;
+    };
+    for (const Row& row : {Row{"N", false, true, false, "MESGP2 disconnected~DROP1~"},
+                           Row{"N", true, true, false, "MESGP2 disconnected~DROP1~"},
+                           Row{"D", false, false, true, "MESGP2 disconnected~"},
+                           Row{"D", true, false, false, "MESGP2 disconnected~CLOS~"},
+                           Row{"O", true, false, false, "MESGP2 disconnected~"}}) {
+        Bench bench;
+        auto peers = bench.table(2);
+        bench.chooseSets();
+        FrmServer& console = bench.console();
+        if (std::string(row.state) != "N") {
+            console.cmdStart->click();
+            EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
+        }
+        console.draftState = row.state;
+        console.chkHalt->setChecked(row.halt);
+        peers[0]->rest();
+        peers[1]->close();
+        EXPECT_TRUE(peers[0]->hears(row.told)) << row.state << row.halt;
+        EXPECT_EQ(peers[0]->rest(), "");
+        EXPECT_EQ(console.lstNames->text(1), u" "_s);
+        EXPECT_EQ(bench.security().lstNames->text(1), row.rowsCleared ? u" "_s : u"P2"_s);
+        EXPECT_EQ(console.tmrRandoms->isActive(), row.randoms);
+        EXPECT_TRUE(console.dropped[2]);
+    }
+}
+
+TEST(Losses, AHaltedDraftDoesNotGoOnByItself) {
+    Bench bench;
+    auto peers = bench.table(3);
+    bench.chooseSets();
+    FrmServer& console = bench.console();
+    console.cmdStart->click();
+    peers[0]->close();
+    ASSERT_TRUE(bench.seatIsFree(1));
+    console.chkHalt->setChecked(true);
+    peers[1]->close();
+    EXPECT_TRUE(peers[2]->hearsSometime("CLOS~"));
+    peers[2]->close();
+    ASSERT_TRUE(bench.seatIsFree(3));
+    for (int tick = 0; tick < 60; ++tick) {
+        console.tmrRandoms_Timer();
+    }
+    EXPECT_EQ(console.draftState, "D");
+    EXPECT_FALSE(bench.shell.ended());
+}
+
+TEST(Losses, ALostSeatKeepsNeitherFormatWaiting) {
+    Bench booster;
+    auto peers = booster.table(2);
+    booster.chooseSets();
+    booster.console().cmdStart->click();
+    peers[1]->close();
+    ASSERT_TRUE(booster.seatIsFree(2));
+    for (int pick = 0; pick < 45; ++pick) {
+        EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
+        const std::string pack = peers[0]->rest();
+        peers[0]->say("CARD" + pack.substr(0, pack.find('|')) + "~BPCK" +
+                      pack.substr(pack.find('|') + 1, pack.find('~') - pack.find('|')));
+        const std::string own = std::to_string(booster.console().table().tableOf[0]);
+        EXPECT_TRUE(peers[0]->hears("BSTA" + own + "~"));
+        booster.console().tmrRandoms_Timer();
+    }
+    EXPECT_TRUE(peers[0]->hearsSometime("OVER~"));
+    EXPECT_EQ(booster.console().draftState, "O");
+    EXPECT_EQ(countCards(booster.console().playerCards[0]), 45);
+
+    Bench rochester;
+    auto seats = rochester.table(2);
+    rochester.chooseSets();
+    rochester.console().optRochester->click();
+    rochester.console().cmdStart->click();
+    EXPECT_TRUE(seats[0]->hearsSometime("REVW~"));
+    const DraftTable& table = rochester.console().table();
+    const std::string lost = std::to_string(table.tableOf[1]);
+    const std::string own = std::to_string(table.tableOf[0]);
+    seats[1]->close();
+    EXPECT_TRUE(seats[0]->hears("MESGP2 disconnected~RSTA" + lost + "~"));
+    seats[0]->say("RROK~");
+    EXPECT_TRUE(seats[0]->hears("RSTA" + own + "~TURN1~"));
+    if (table.tableOf[0] == 0) {
+        seats[0]->say("CARDUx~RPCK3~");
+        EXPECT_TRUE(seats[0]->hears("RPCK03~TURN2~"));
+    }
+    rochester.console().tmrRandoms_Timer();
+    EXPECT_TRUE(seats[0]->hears("RPCK" + lost));
+    EXPECT_TRUE(seats[0]->hearsSometime("!~TURN"));
+}
+
+}  // namespace
+}  // namespace packwise
