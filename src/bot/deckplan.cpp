@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace packwise {
 
@@ -60,42 +61,45 @@ Rows playable(const std::vector<CardFacts>& picks, ColorSet colors) {
     return rows;
 }
 
-double worthOfBest(const std::vector<CardFacts>& picks, ColorSet colors) {
-    std::vector<double> worths;
-    for (const std::size_t row : playable(picks, colors)) {
-        worths.push_back(worthOf(picks[row]));
-    }
-    std::sort(worths.begin(), worths.end(), std::greater<>());
-    worths.resize(std::min(worths.size(), static_cast<std::size_t>(kSpells)));
-    return std::accumulate(worths.begin(), worths.end(), 0.0);
-}
-
-ColorSet bestColors(const std::vector<CardFacts>& picks) {
-    ColorSet best = 0;
-    double bestWorth = -1;
-    for (std::size_t one = 0; one < kColors; ++one) {
-        for (std::size_t two = one + 1; two < kColors; ++two) {
-            const ColorSet colors = colorBit(one) | colorBit(two);
-            if (const double worth = worthOfBest(picks, colors); worth > bestWorth) {
-                best = colors;
-                bestWorth = worth;
-            }
-        }
-    }
-    return best;
-}
-
-// Moves cards from `from` to `spells`, the one that fits best each time.
-void fill(const std::vector<CardFacts>& picks, Rows& from, Curve& curve, Rows& spells) {
+// Moves cards from `from` to `spells`, the one that fits best each time. Gives what they are
+// worth together.
+double fill(const std::vector<CardFacts>& picks, Rows& from, Curve& curve, Rows& spells) {
+    double worth = 0;
     while (!from.empty() && spells.size() < static_cast<std::size_t>(kSpells)) {
         const auto best =
             std::max_element(from.begin(), from.end(), [&](std::size_t a, std::size_t b) {
                 return curve.fit(picks[a]) < curve.fit(picks[b]);
             });
+        worth += curve.fit(picks[*best]);
         curve.add(picks[*best]);
         spells.push_back(*best);
         from.erase(best);
     }
+    return worth;
+}
+
+// How much of a deck two colours give: how many spells, then what they are worth together.
+std::pair<std::size_t, double> yieldOf(const std::vector<CardFacts>& picks, ColorSet colors) {
+    Curve curve;
+    Rows spells;
+    Rows own = playable(picks, colors);
+    const double worth = fill(picks, own, curve, spells);
+    return {spells.size(), worth};
+}
+
+ColorSet bestColors(const std::vector<CardFacts>& picks) {
+    ColorSet best = 0;
+    std::pair<std::size_t, double> bestYield{0, -1.0};
+    for (std::size_t one = 0; one < kColors; ++one) {
+        for (std::size_t two = one + 1; two < kColors; ++two) {
+            const ColorSet colors = colorBit(one) | colorBit(two);
+            if (const auto yield = yieldOf(picks, colors); yield > bestYield) {
+                best = colors;
+                bestYield = yield;
+            }
+        }
+    }
+    return best;
 }
 
 // How many of `count` lands each colour gets by its weight, at least one where there is a weight.

@@ -1,0 +1,153 @@
+#include "bot/player.h"
+
+#include "bot/fakelink.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace packwise {
+namespace {
+
+constexpr std::string_view kJoin =
+    "HELO2~MESGDuplicate connection~MESGAda has joined~NAME1Ada~ADDR1127.0.0.1~"
+    "NAME0Host~NAME1Ada~NAME2~NAME3~NAME4~NAME5~NAME6~NAME7~";
+constexpr std::string_view kBooster = "STATDraft in progress~SEAT11~SEAT00~PAKSA|B|C||||~INFOB~";
+constexpr std::string_view kTimedRochester = "SEAT11~SEAT00~PAKSA|B|C||||~INFOR12~";
+
+class PlayerTest : public testing::Test {
+protected:
+    FakeLink link;
+    CardBook book{"/nonexistent"};
+    Player player{link, book, 1, 5000};
+
+    void SetUp() override { player.begin("Ada"); }
+
+    // What the player answers to that, after all the time that he takes.
+    std::string answer(std::string_view bytes) {
+        player.receive(bytes);
+        elapse(player, link);
+        return link.take();
+    }
+};
+
+TEST_F(PlayerTest, AnswersAlikeHoweverTheStreamIsCut) {
+    struct Script {
+        std::string text;
+        std::string answers;
+    };
+    const std::string join(kJoin);
+    for (const Script& script :
+         {Script{join + std::string(kBooster) +
+                     "PING~TEST~ROUN1~BOOSUFirst|~BSTA0~\r\nBO\nOSUSecond|~OVER~OVER~",
+                 "VERS1.41~NAMEAda~PONG~TEST~CARDUFirst~BPCK~CARDUSecond~BPCK~CODE-44281~"},
+          Script{join + std::string(kTimedRochester) +
+                     "ROUN1:1~BOOSUOne|~REVW~RSTA0~RSTA1~TURN1~RPCK00!~RPAU~ROUN1:2~BOOSUTwo|~"
+                     "REVW~TURN2~RPCK10~OVER~CLOS~PING~",
+                 "VERS1.41~NAMEAda~RROK~RPOK~RROK~CARDUTwo~RPCK0~CODE-44281~"}}) {
+        for (std::size_t cut = 0; cut <= script.text.size(); ++cut) {
+            FakeLink cutLink;
+            Player cutPlayer(cutLink, book, 1, 1000);
+            cutPlayer.begin("Ada");
+            // Bytes come one by one up to the cut, so that each wait ends before the next message;
+            // then the message that holds the cut comes in two.
+            for (std::size_t at = 0; at < script.text.size();) {
+                const std::size_t end = script.text.find('~', at) + 1;
+                const std::size_t half = std::clamp(cut, at, end);
+                cutPlayer.receive(std::string_view(script.text).substr(at, half - at));
+                cutPlayer.receive(std::string_view(script.text).substr(half, end - half));
+                elapse(cutPlayer, cutLink);
+                at = end;
+            }
+            ASSERT_EQ(cutLink.sent, script.answers) << "cut at " << cut;
+            EXPECT_EQ(cutLink.decks, 1);
+            EXPECT_EQ(cutLink.deck.size(), 40U);
+        }
+    }
+}
+
+TEST_F(PlayerTest, TellsEveryWayInWhichASeatIsNotHad) {
+    struct Case {
+        std::string_view bytes;
+        Player::Ending ending;
+    };
+    for (const Case& c :
+         {Case{"STATServer is full~", Player::Ending::Full}, Case{"", Player::Ending::Lost},
+          Case{"HELO1~", Player::Ending::Refused},
+          Case{"HELO1~MESG hello~NAME0Somebody~", Player::Ending::Refused},
+          Case{kJoin, Player::Ending::Lost}, Case{"HELO1~CLOS~", Player::Ending::Closed}}) {
+        player.begin("Ada");
+        link.over = false;
+        player.receive(c.bytes);
+        player.onLinkLost();
+        EXPECT_EQ(player.ending(), c.ending) << c.bytes;
+        EXPECT_TRUE(link.over);
+    }
+    player.begin("Ada");
+    player.receive(std::string(kMostMessageLength + 1, 'x'));
+    EXPECT_EQ(player.ending(), Player::Ending::Flooded);
+}
+
+TEST_F(PlayerTest, KnowsTheRosterOnceItIsWhole) {
+    player.receive(kJoin.substr(0, kJoin.size() - 1));
+    EXPECT_EQ(player.stage(), Player::Stage::Seated);
+    EXPECT_FALSE(player.knowsRoster());
+    player.receive("~NAME4Late~DROP0~");
+    EXPECT_TRUE(player.knowsRoster());
+    EXPECT_EQ(player.roster()[0], "");
+    EXPECT_EQ(player.roster()[4], "Late");
+
+    player.begin("Zoe");  // the last seat's own name is not yet the end of the list
+    player.receive("HELO8~NAME7Zoe~NAME0Host~");
+    EXPECT_FALSE(player.knowsRoster());
+    player.receive("NAME7Zoe~");
+    EXPECT_TRUE(player.knowsRoster());
+}
+
+TEST_F(PlayerTest, WaitsBeforeEachAnswerButNotBeyondThePickClock) {
+    player.receive(kJoin);
+    player.receive(kTimedRochester);
+    player.receive("ROUN1:1~BOOSUOne|BTwo|~REVW~");
+    EXPECT_EQ(link.timer, 5000);
+    EXPECT_EQ(answer(""), "VERS1.41~NAMEAda~RROK~");
+    player.receive("TURN1~");
+    EXPECT_EQ(link.timer, std::nullopt);
+    player.receive("RPCK01~TURN2~");
+    EXPECT_EQ(link.timer, 2000);  // INFO allows two seconds
+    EXPECT_EQ(answer(""), "CARDUOne~RPCK0~");
+}
+
+TEST_F(PlayerTest, IgnoresWhatIsNoMessage) {
+    answer(kJoin);
+    answer(kBooster);
+    const std::string sixteen = [] {
+        std::string pack = "BOOS";
+        for (int i = 0; i < 16; ++i) {
+            pack += "UCard|";
+        }
+        return pack + "~";
+    }();
+    for (const std::string_view bytes :
+         {std::string_view("~~ABC~HELO9~HELOx~HELO~HELO3~"), std::string_view("NAME~NAME8X~NAMEx~"),
+          std::string_view("DROP~DROP9~SEAT~SEAT1~SEAT18~SEAT1x~SEAT111~"),
+          std::string_view("PAKSA|B~PAKS~INFO~INFOX~TURN2~TURNx~REVW~RPAU~"),
+          std::string_view("RPCK~RPCK1~RPCK1x~RPCK199~RPCK1-1~RPCK!~RPCK10!~"),
+          std::string_view("BOOS~BOOSUCard~BOOSU|~BOOS||~BSTA9~RSTA~CODE~CODE9~SNOW~"),
+          std::string_view(sixteen), std::string_view("nonsense\xFF\x00\x80~", 12)}) {
+        EXPECT_EQ(answer(bytes), "") << bytes;
+    }
+    EXPECT_EQ(answer("ROUN1~BOOSUReal|~"), "CARDUReal~BPCK~");
+    EXPECT_EQ(answer("INFOR1x~INFOR~TURN2~RPCK10~"), "");
+    EXPECT_FALSE(link.over);
+}
+
+TEST_F(PlayerTest, BuildsNoDeckWithoutADraft) {
+    answer(kJoin);
+    EXPECT_EQ(answer("OVER~"), "");
+    answer(kBooster);
+    EXPECT_EQ(answer("OVER~"), "");
+    EXPECT_EQ(link.decks, 0);
+}
+
+}  // namespace
+}  // namespace packwise
