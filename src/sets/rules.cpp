@@ -69,7 +69,8 @@ std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceO
                  placeOf(i)});
         }
     }
-    for (const auto& [name, index] : firstOf) {
+    for (const auto& entry : firstOf) {
+        const std::string_view name = entry.first;
         const auto longer = std::find_if(firstOf.begin(), firstOf.end(), [&](const auto& other) {
             return other.first.size() > name.size() &&
                    other.first.find(name) != std::string_view::npos;
@@ -77,7 +78,7 @@ std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceO
         if (!name.empty() && longer != firstOf.end()) {
             faults.push_back({"\"" + std::string(name) + "\" is part of the name \"" +
                                   std::string(longer->first) + "\", so a pack rarely has both",
-                              placeOf(index), true});
+                              placeOf(entry.second), true});
         }
     }
     return faults;
