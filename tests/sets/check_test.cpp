@@ -17,7 +17,6 @@ namespace packwise::sets {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
 
 // Thirty commons, "UFish aa" and so on, one of them in a pack.
 SetSource smallSet() {
