@@ -1,0 +1,76 @@
+#include "client/clientworld.h"
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+ClientWorld::ClientWorld()
+    : frmMessage([this] { return std::make_unique<FrmMessage>(shell, *this); }),
+      frmSave([this] { return std::make_unique<FrmSave>(shell); }),
+      frmDeckBuild([this] { return std::make_unique<FrmDeckBuild>(shell, frmSave, *this); }),
+      frmSecurity([this] { return std::make_unique<FrmSecurity>(shell, *this); }),
+      frmCard([this] { return std::make_unique<FrmCard>(shell); }),
+      frmClient([this] {
+          return std::make_unique<FrmClient>(shell, frmMessage, frmDeckBuild, frmSecurity, frmCard,
+                                             [this] { return nextDraw; });
+      }),
+      frmConnect([this] { return std::make_unique<FrmConnect>(shell, frmClient, frmSecurity); }) {
+    listener.listen(QHostAddress::LocalHost);
+}
+
+void ClientWorld::join(int number) {
+    constexpr int kAnHour = 3600 * 1000;
+    FrmClient& client = frmClient();
+    for (QTimer* clock : {client.tmrMisc, client.tmrClose, client.tmrRoch, client.tmrReview}) {
+        clock->setInterval(kAnHour);
+    }
+    client.show();
+    client.clientName = u"Ann"_s;
+    client.wskClient->setRemoteHost(u"127.0.0.1"_s);
+    client.wskClient->setRemotePort(listener.serverPort());
+    client.wskClient->connectToHost();
+    ASSERT_TRUE(server.acceptFrom(listener));
+    server.say("HELO" + std::to_string(number) + "~");
+    ASSERT_TRUE(server.hears("VERS1.41~NAMEAnn~"));
+}
+
+void ClientWorld::start(std::string_view info) {
+    join();
+    tell(
+        "NAME0Ann~NAME1Bob~NAME2Cid~NAME3~NAME4~NAME5~NAME6~NAME7~SEAT02~SEAT10~SEAT21~"
+        "PAKSFens|Fens|Bells||||~INFO" +
+        std::string(info) + "~");
+}
+
+void ClientWorld::tell(std::string_view messages) {
+    server.say(std::string(messages) + "TEST~");
+    ASSERT_TRUE(server.hears("TEST~")) << messages;
+}
+
+QStringList ClientWorld::everything() {
+    QStringList all;
+    const Form* windows[] = {&frmClient(), &frmMessage(), &frmDeckBuild(), &frmSecurity(),
+                             &frmCard()};
+    for (const Form* window : windows) {
+        all += u"%1 %2 %3 %4"_s.arg(window->objectName(), window->windowTitle())
+                   .arg(window->isVisible())
+                   .arg(window->heightTwips());
+        for (const QWidget* control : window->findChildren<QWidget*>()) {
+            QString line = control->objectName() + u' ' + QString::number(control->isHidden()) +
+                           QString::number(control->isEnabled());
+            if (const auto* list = qobject_cast<const ListBox*>(control)) {
+                line += list->texts().join(u'/') + list->textColor().name();
+            } else if (const auto* shape = qobject_cast<const Shape*>(control)) {
+                line += shape->objectName() == u"shaLight"_s
+                            ? QString()
+                            : shape->fillColor().name() + shape->borderColor().name();
+            } else {
+                line += control->property("text").toString();
+            }
+            all += line;
+        }
+    }
+    return all;
+}
+
+}  // namespace packwise

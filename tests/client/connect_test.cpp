@@ -1,0 +1,92 @@
+#include "client/clientworld.h"
+#include "common/settings.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(FrmConnect, RestoresNameAndPortAndOffersTheClipboardAsAddress) {
+    ClientWorld world;
+    setting::clientName.write(world.shell.settings(), u"Fox"_s);
+    setting::clientPort.write(world.shell.settings(), u"6001"_s);
+    QGuiApplication::clipboard()->setText(u"10.1.2.3"_s);
+    FrmConnect& dialog = world.frmConnect();
+    EXPECT_EQ(dialog.txtName->text(), u"Fox"_s);
+    EXPECT_EQ(dialog.txtPort->text(), u"6001"_s);
+    EXPECT_EQ(dialog.txtIP->selectedText(), u"10.1.2.3"_s);
+    QTest::keyClicks(dialog.txtName, u"es"_s);
+    QTest::sendKeyEvent(QTest::Click, dialog.txtName, Qt::Key_unknown, u"\u0142"_s, {});
+    QTest::keyClicks(dialog.txtName, u" and many more"_s);
+    EXPECT_EQ(dialog.txtName->text(), u"Foxes and ma"_s);
+}
+
+TEST(FrmConnect, RefusesWhatCannotBeConnectedWith) {
+    struct Case {
+        QString name, address, port, box;
+    };
+    const Case cases[] = {
+        {u""_s, u""_s, u"x"_s, u"Name required"_s},
+        {u"A~b"_s, u""_s, u"x"_s, u"Character ~ reserved"_s},
+        {u"Ann"_s, u""_s, u"x"_s, u"Server IP address required"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u"abc"_s, u"Bad port"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u""_s, u"Bad port"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u"0"_s, u"Bad port"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u"-5"_s, u"Bad port"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u"65536"_s, u"Bad port"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u"1e99"_s, u"Bad port"_s},
+        {u"Ann"_s, u"127.0.0.1"_s, u"nan"_s, u"Bad port"_s},
+    };
+    ClientWorld world;
+    FrmConnect& dialog = world.frmConnect();
+    dialog.show();
+    for (const Case& c : cases) {
+        dialog.txtName->setText(c.name);
+        dialog.txtIP->setText(c.address);
+        dialog.txtPort->setText(c.port);
+        world.shell.script.expect(c.box);
+        QTest::mouseClick(dialog.cmdConnect, Qt::LeftButton);
+        EXPECT_EQ(world.shell.script.last().title, u"Error"_s);
+        EXPECT_EQ(world.shell.script.last().icon, BoxIcon::Exclamation);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(world.frmClient.isVisible());
+    }
+    EXPECT_EQ(setting::clientName.read(world.shell.settings()), u""_s);
+    EXPECT_EQ(world.frmClient->wskClient->state(), Socket::Closed);
+    EXPECT_EQ(world.frmSecurity->lstIP->text(0), u"127.0.0.1"_s);
+    EXPECT_EQ(readPort(u" 5252.4 "_s), 5252);
+    EXPECT_EQ(readPort(u"5252.5"_s), 5252);
+    EXPECT_EQ(readPort(u"65535"_s), 65535);
+}
+
+TEST(FrmConnect, ConnectsAndRemembers) {
+    ClientWorld world;
+    FrmConnect& dialog = world.frmConnect();
+    dialog.show();
+    dialog.txtName->setText(u"Zo\u00eb"_s);
+    dialog.txtIP->setText(u"127.0.0.1"_s);
+    dialog.txtPort->setText(QString::number(world.listener.serverPort()));
+    QTest::keyClick(dialog.txtPort, Qt::Key_Return);
+    ASSERT_TRUE(world.server.acceptFrom(world.listener));
+    world.server.say("HELO3~");
+    EXPECT_TRUE(world.server.hearsSometime("VERS1.41~NAMEZo\xEB~"));
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(world.frmClient.isVisible());
+    EXPECT_EQ(world.frmClient->lblStatus->text(), u"Connected as 3"_s);
+    EXPECT_EQ(setting::clientName.read(world.shell.settings()), u"Zo\u00eb"_s);
+    EXPECT_EQ(setting::clientPort.read(world.shell.settings()), dialog.txtPort->text());
+}
+
+TEST(FrmConnect, EndsTheProgramWhenItIsClosed) {
+    ClientWorld world;
+    world.frmConnect->show();
+    world.frmConnect->closeByUser();
+    EXPECT_TRUE(world.shell.ended());
+    EXPECT_EQ(world.shell.savedForms, 0);
+}
+
+}  // namespace
+}  // namespace packwise

@@ -1,0 +1,57 @@
+#include "client/clientworld.h"
+
+#include <QApplication>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(ClientKeyboard, DraftsWithoutAMouse) {
+    ClientWorld world;
+    world.start("B");
+    FrmClient& client = world.frmClient();
+    client.present();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&client));
+    world.tell("BOOSUOne|BTwo|GThree|~");
+    EXPECT_EQ(client.windowTitle(), u"Packwise Client"_s);
+    ASSERT_TRUE(client.lstPack->hasFocus());
+    QTest::keyClick(client.lstPack, Qt::Key_Return);  // nothing is chosen yet
+    EXPECT_EQ(world.server.rest(), "");
+    QTest::keyClick(client.lstPack, Qt::Key_Down);
+    EXPECT_EQ(client.lstPack->selectedRow(), 0);
+    QTest::keyClick(client.lstPack, Qt::Key_Space);
+    EXPECT_EQ(world.frmCard->lblName->text(), u"One"_s);
+    world.frmCard->hide();  // this platform gives it the focus
+    client.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&client));
+    QTest::keyClick(client.lstPack, Qt::Key_Down);
+    QTest::keyClick(client.lstPack, Qt::Key_Return);
+    EXPECT_TRUE(world.server.hears("CARDBTwo~BPCKUOne|GThree|~"));
+    world.tell("BOOSRFour|~");
+    EXPECT_EQ(client.lstPack->selectedRow(), -1);
+    QTest::keyClick(client.lstPack, Qt::Key_Down);
+    QTest::keyClick(&client, Qt::Key_D, Qt::AltModifier);
+    EXPECT_TRUE(world.server.hears("CARDRFour~BPCK~"));
+
+    client.fraColors->setFocus();
+    QTest::keyClick(client.fraColors, Qt::Key_Space);
+    EXPECT_EQ(client.lstPicked->text(0), u"---RED---"_s);
+    QTest::keyClick(client.fraColors, Qt::Key_Left);
+    QTest::keyClick(client.fraColors, Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(client.lstPicked->texts(), (QStringList{u"---BLACK---"_s, u"Two"_s, u" "_s}));
+    for (int step = 0; step < 3; ++step) {
+        QTest::keyClick(client.fraColors, Qt::Key_Right);
+    }
+    QTest::keyClick(client.fraColors, Qt::Key_Space);
+    EXPECT_EQ(client.lstPicked->count(), 6);
+
+    const QWidget* order[] = {client.chkInfo, client.lstPack, client.lstPicked, client.chkSort};
+    for (const QWidget* next : order) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), next) << next->objectName().toStdString();
+    }
+}
+
+}  // namespace
+}  // namespace packwise

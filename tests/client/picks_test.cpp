@@ -1,0 +1,209 @@
+#include "client/clientworld.h"
+#include "common/settings.h"
+
+#include <algorithm>
+#include <random>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+constexpr const char* kLetters = "BUGRWAML";
+
+void doubleClickRow(CardList& list, int row) {
+    const QPoint at = list.visualItemRect(list.item(row)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
+}
+
+void pressBar(FrmClient& client, int color, Qt::MouseButton button = Qt::LeftButton) {
+    client.fraColors_MouseDown(button, color * 240 + 100, 60);
+}
+
+// Gives the client a pack of one card and lets it take it.
+void takeCard(ClientWorld& world, const std::string& token) {
+    world.tell("BOOS" + token + "|~");
+    world.frmClient->lstPack->setCurrentRow(0);
+    world.frmClient->cmdDraft->click();
+    ASSERT_TRUE(world.server.hears("CARD" + token + "~BPCK~"));
+}
+
+TEST(ClientPicks, HandsBackWhatIsLeftOfABoosterPack) {
+    ClientWorld world;
+    world.start("B");
+    FrmClient& client = world.frmClient();
+    world.frmSecurity->present();  // this window has the focus
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&world.frmSecurity()));
+    world.tell("BOOSUFirst|BSecond|?Odd|~");
+    EXPECT_EQ(client.lstPack->textColor(), shade::black);
+    EXPECT_NE(client.windowTitle(), u"Packwise Client"_s);
+    client.cmdDraft->click();  // nothing is chosen
+    EXPECT_EQ(client.windowTitle(), u"Packwise Client"_s);
+    EXPECT_TRUE(client.cmdDraft->isEnabled());
+
+    doubleClickRow(*client.lstPack, 1);
+    EXPECT_TRUE(world.server.hears("CARDBSecond~BPCKUFirst|?Odd|~"));
+    EXPECT_EQ(client.lstPack->texts(), (QStringList{u"First"_s, u"Odd"_s}));
+    EXPECT_EQ(client.lstPack->textColor(), shade::grey);
+    EXPECT_FALSE(client.cmdDraft->isEnabled());
+    // An unknown letter has the dot of the card before it.
+    EXPECT_EQ(client.shaDot[1]->fillColor(), shade::black);
+    EXPECT_FALSE(client.shaDot[2]->isFilled());
+    EXPECT_FALSE(client.shaDot[2]->hasBorder());
+    EXPECT_EQ(world.frmDeckBuild->lblSBCount->text(), u"1"_s);
+
+    doubleClickRow(*client.lstPack, 0);  // not this client's pick
+    EXPECT_EQ(world.server.rest(), "");
+    world.tell("BOOS?Odd|~");
+    doubleClickRow(*client.lstPack, 0);
+    EXPECT_TRUE(world.server.hears("CARD?Odd~BPCK~"));
+    EXPECT_EQ(client.lstPicked->texts(),
+              (QStringList{u"---BLACK---"_s, u"Second"_s, u"Odd"_s, u" "_s}));
+    world.tell("OVER~");
+    EXPECT_EQ(world.frmDeckBuild->lstSB->texts(),
+              (QStringList{u"---BLACK---"_s, u"Second"_s, u"Odd"_s, u" "_s, u" "_s}));
+}
+
+TEST(ClientPicks, SpoilsNoPickWithTheRightButtonOrAHeldKey) {
+    ClientWorld world;
+    world.start("B");
+    CardList& list = *world.frmClient->lstPack;
+    world.tell("BOOSUFirst|BSecond|~");
+    const QPoint at = list.visualItemRect(list.item(0)).center();
+    QTest::mouseClick(list.viewport(), Qt::RightButton, {}, at);
+    QTest::mouseDClick(list.viewport(), Qt::RightButton, {}, at);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QCoreApplication::sendEvent(&list, &held);
+    // The first press of a double click on the last pack, the second on the next.
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
+    world.tell("BOOSGNew|~");
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
+    EXPECT_EQ(world.server.rest(), "");
+}
+
+TEST(ClientPicks, FilesInOrderWhateverTheBarsShow) {
+    ClientWorld world;
+    world.start("B");
+    FrmClient& client = world.frmClient();
+    takeCard(world, "RRat");
+    takeCard(world, "UUrn");
+    takeCard(world, "RRug");
+    EXPECT_EQ(client.lstPicked->texts(), (QStringList{u"---BLUE---"_s, u"Urn"_s, u" "_s,
+                                                      u"---RED---"_s, u"Rat"_s, u"Rug"_s, u" "_s}));
+    EXPECT_EQ(client.lstPickedNS->texts(), (QStringList{u"Rug"_s, u"Urn"_s, u"Rat"_s}));
+
+    std::mt19937 random(7);
+    const auto upTo = [&](int most) { return static_cast<int>(random() % (most + 1U)); };
+    for (int pick = 0; pick < 60; ++pick) {
+        const auto color = static_cast<std::size_t>(upTo(7));
+        takeCard(world, kLetters[color] + std::string("Card ") + std::to_string(pick));
+        const QStringList filed = client.lstPicked->texts();
+        pressBar(client, static_cast<int>(color));
+        pressBar(client, static_cast<int>(color));
+        ASSERT_EQ(client.lstPicked->texts(), filed) << pick;
+        const bool shown = client.shaBar[color]->borderColor() == shade::white;
+        ASSERT_EQ(filed.contains(u"Card %1"_s.arg(pick)), shown);
+        pressBar(client, upTo(7), upTo(3) == 0 ? Qt::RightButton : Qt::LeftButton);
+    }
+    EXPECT_EQ(client.lstPickedNS->count(), 63);
+    world.tell("OVER~");
+    const QStringList sideboard = world.frmDeckBuild->lstSB->texts();
+    for (const QString& name : client.lstPickedNS->texts()) {
+        EXPECT_TRUE(sideboard.contains(name));
+    }
+    EXPECT_EQ(world.frmDeckBuild->lblSBCount->text(), u"63"_s);
+}
+
+TEST(ClientPicks, SwitchesColoursByTheirBars) {
+    ClientWorld world;
+    world.start("B");
+    FrmClient& client = world.frmClient();
+    takeCard(world, "BBat");
+    takeCard(world, "LLake");
+    const QStringList bat{u"---BLACK---"_s, u"Bat"_s, u" "_s};
+    const QStringList lake{u"---LAND---"_s, u"Lake"_s, u" "_s};
+    struct Press {
+        Qt::MouseButton button;
+        int x, y;
+        QStringList rows;
+    };
+    const Press presses[] = {
+        {Qt::LeftButton, 100, 121, bat + lake},  // the lowest strip
+        {Qt::LeftButton, 1920, 60, bat + lake},  // beside the last bar
+        {Qt::LeftButton, -1, 60, bat + lake},
+        {Qt::RightButton, 240, 60, bat + lake},  // no blue cards
+        {Qt::LeftButton, 239, 120, lake},
+        {Qt::RightButton, 0, 0, bat},
+        {Qt::LeftButton, 1919, 0, bat + lake},
+        {Qt::RightButton, 1680, 60, lake},
+        {Qt::LeftButton, 1680, 60, {}},
+        {Qt::RightButton, 1680, 60, lake},
+    };
+    for (const Press& press : presses) {
+        client.fraColors_MouseDown(press.button, press.x, press.y);
+        EXPECT_EQ(client.lstPicked->texts(), press.rows) << press.x << ' ' << press.y;
+    }
+    EXPECT_TRUE(client.fraColors->accessibleDescription().contains(u"Hidden: Black"_s));
+    QTest::mouseClick(client.fraColors, Qt::LeftButton, {}, {3, 4});
+    EXPECT_EQ(client.lstPicked->texts(), bat + lake);
+
+    QTest::mouseClick(client.chkSort, Qt::LeftButton);
+    EXPECT_TRUE(client.lstPicked->isHidden() && client.fraColors->isHidden());
+    EXPECT_TRUE(client.lstPickedNS->isVisible());
+    QTest::mouseClick(client.chkSort, Qt::LeftButton);
+    EXPECT_TRUE(client.lstPicked->isVisible() && client.fraColors->isVisible());
+    EXPECT_TRUE(client.lstPickedNS->isHidden());
+}
+
+TEST(ClientPicks, ShowsCardsBesideTheWindowWhileInfoIsChecked) {
+    ClientWorld world;
+    world.start("B");
+    FrmClient& client = world.frmClient();
+    takeCard(world, "UUrn");
+    world.tell("BOOSGNewt|~");
+    const auto press = [](CardList* list, int row) {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualItemRect(list->item(row)).center());
+    };
+    press(client.lstPack, 0);
+    EXPECT_TRUE(world.frmCard.isVisible());
+    EXPECT_EQ(world.frmCard->lblName->text(), u"Newt"_s);
+    world.frmCard->hide();
+    press(client.lstPicked, 0);  // a heading
+    press(client.lstPicked, 2);  // a blank row
+    EXPECT_FALSE(world.frmCard.isVisible());
+    press(client.lstPicked, 1);
+    EXPECT_EQ(world.frmCard->lblName->text(), u"Urn"_s);
+    EXPECT_TRUE(world.frmCard.isVisible());
+
+    QTest::mouseClick(client.chkInfo, Qt::LeftButton);
+    EXPECT_FALSE(world.frmCard.isVisible());
+    EXPECT_EQ(setting::showInfo.read(world.shell.settings()), u"0"_s);
+    press(client.lstPack, 0);
+    press(client.lstPicked, 1);
+    EXPECT_FALSE(world.frmCard.isVisible());
+}
+
+TEST(ClientPicks, KeepsEveryRowOfAFullPackBesideItsDot) {
+    ClientWorld world;
+    world.start("B");
+    FrmClient& client = world.frmClient();
+    std::string cards;
+    for (int card = 0; card < 15; ++card) {
+        cards += kLetters[card % 8] + std::string("Card|");
+    }
+    world.tell("BOOS" + cards + "~");
+    const CardList& list = *client.lstPack;
+    for (int row = 0; row < 15; ++row) {
+        const QRect shown = list.visualItemRect(list.item(row));
+        EXPECT_TRUE(list.viewport()->rect().contains(shown.center())) << row;
+        EXPECT_LE(shown.bottom(), list.viewport()->height()) << row;
+        const int middle = list.viewport()->mapTo(list.parentWidget(), shown.center()).y();
+        const Shape& dot = *client.shaDot[static_cast<std::size_t>(row)];
+        EXPECT_NEAR(dot.geometry().center().y(), middle, 1) << row;
+    }
+}
+
+}  // namespace
+}  // namespace packwise
