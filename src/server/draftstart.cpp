@@ -71,7 +71,7 @@ void FrmServer::cmdStart_Click() {
     }
     const std::vector<int> order = seatAtRandom(players_, draw_());
     for (std::size_t position = 0; position < order.size(); ++position) {
-        place(order[position], static_cast<int>(position));
+        seatPlayer(order[position], static_cast<int>(position));
     }
     StartUp2();
 }
@@ -132,7 +132,7 @@ void FrmServer::fixSeatsDone() {
     }
 }
 
-void FrmServer::place(int seatIndex, int position) {
+void FrmServer::seatPlayer(int seatIndex, int position) {
     table_.place(seatIndex, position);
     Broadcast("SEAT" + std::to_string(seatIndex) + std::to_string(position) + kTerminator);
 }
@@ -151,7 +151,7 @@ void FrmServer::StartUp2() {
         for (int position = 0; position < kSeats; ++position) {
             const int seatIndex = dialog.lblSeat[static_cast<std::size_t>(position)]->seatIndex;
             if (seatIndex >= 0) {
-                place(seatIndex, position);
+                seatPlayer(seatIndex, position);
             }
         }
     }

@@ -110,6 +110,8 @@ public:
     void StartUp2();
 
     const DraftTable& table() const { return table_; }
+    const BoosterFlow& booster() const { return booster_; }
+    const RochesterFlow& rochester() const { return rochester_; }
 
     void cmdOpenPort_Click();
     void cmdStart_Click();
@@ -186,7 +188,7 @@ private:
     void disableChoices();
     void showFixSeats(const QStringList& names);
     void fixSeatsDone();
-    void place(int seatIndex, int position);
+    void seatPlayer(int seatIndex, int position);
     bool everybodyIsGone() const;
     void tellSets();
     bool draftStopped() const { return halted_ || failed_ || shell_.ended(); }

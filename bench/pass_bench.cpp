@@ -1,0 +1,227 @@
+// The server's speed with eight instant players on real sockets, beside a bare poll loop that
+// reads and writes the same bytes in the same pattern; and what a start and a host cost.
+#include "app/program.h"
+#include "engine/samplefiles.h"
+#include "passclients.h"
+#include "platform/look.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+
+namespace {
+
+using namespace packwise;
+using namespace Qt::Literals::StringLiterals;
+
+constexpr int kPasses = 45;
+constexpr int kDrafts = 5;
+
+// A host's console with an open port, in a folder with one set.
+class Host {
+public:
+    Host() {
+        cards_.write("Sample.pw", sample::wholeSet());
+        QDir::setCurrent(QString::fromStdString(cards_.path().string()));
+        program_.settings().write(u"Sets"_s, u"1"_s, u"Sample"_s);
+        FrmServer& console = program_.frmServer();
+        console.show();
+        for (int i = 0; i < 3; ++i) {
+            console.cboPack.at(static_cast<std::size_t>(i))->setCurrentIndex(0);
+        }
+        console.chkClient->setChecked(false);
+        for (int port = 6000; port < 9999 && !console.cmdStart->isEnabled(); ++port) {
+            port_ = static_cast<std::uint16_t>(port);
+            console.txtPort->setText(QString::number(port));
+            console.cmdOpenPort->click();
+        }
+    }
+
+    std::uint16_t port() const { return port_; }
+    Program& program() { return program_; }
+
+    // Runs the players in a thread of their own and the event loop here until they are done.
+    template <class Work>
+    void serve(Work work) {
+        bool done = false;
+        std::thread players([&] {
+            work();
+            QMetaObject::invokeMethod(
+                qApp, [&done] { done = true; }, Qt::QueuedConnection);
+        });
+        while (!done) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        players.join();
+    }
+
+private:
+    QTemporaryDir settings_;
+    sample::TempFolder cards_;
+    Program program_{settings_.filePath(u"Packwise.ini"_s), 1};
+    std::uint16_t port_ = 0;
+};
+
+bench::DraftTimes playOnServer(bool measure) {
+    Host host;
+    host.program().boxes().setHook([](const Box&) { return true; });
+    bench::DraftTimes times;
+    bench::PassClients clients;
+    host.serve([&] {
+        clients.join(host.port());
+        QMetaObject::invokeMethod(
+            qApp, [&host] { host.program().frmServer->cmdStart->click(); }, Qt::QueuedConnection);
+        clients.play(kPasses, measure, times);
+    });
+    return times;
+}
+
+bench::DraftTimes playOnBareLoop(bool measure) {
+    bench::BareServer server;
+    std::thread serving([&] { server.run(kPasses); });
+    bench::DraftTimes times;
+    {
+        bench::PassClients clients;
+        clients.join(server.port());
+        clients.play(kPasses, measure, times);
+    }
+    serving.join();
+    return times;
+}
+
+double median(std::vector<double> values) {
+    if (values.empty()) {
+        return 0;
+    }
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+template <bench::DraftTimes (*Play)(bool)>
+void onePass(benchmark::State& state) {
+    std::vector<double> passes;
+    for ([[maybe_unused]] auto _ : state) {
+        for (int draft = 0; draft < kDrafts; ++draft) {
+            const bench::DraftTimes times = Play(true);
+            passes.insert(passes.end(), times.passes.begin(), times.passes.end());
+        }
+        state.SetIterationTime(median(passes));
+    }
+    state.counters["passes"] = static_cast<double>(passes.size());
+}
+BENCHMARK(onePass<playOnBareLoop>)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+BENCHMARK(onePass<playOnServer>)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+template <bench::DraftTimes (*Play)(bool)>
+void wholeDraft(benchmark::State& state) {
+    std::vector<double> drafts;
+    for ([[maybe_unused]] auto _ : state) {
+        for (int draft = 0; draft < kDrafts; ++draft) {
+            drafts.push_back(Play(false).whole);
+        }
+        state.SetIterationTime(median(drafts));
+    }
+}
+BENCHMARK(wholeDraft<playOnBareLoop>)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(wholeDraft<playOnServer>)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+// Runs this program once more in a role and gives the number that it prints.
+double askChild(const QString& role) {
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(),
+                {role, QString::number(secondsNow(), 'f', 6)});
+    child.waitForFinished();
+    return child.readAllStandardOutput().trimmed().toDouble();
+}
+
+void startToFirstPaint(benchmark::State& state) {
+    for ([[maybe_unused]] auto _ : state) {
+        state.SetIterationTime(askChild(u"--start"_s));
+    }
+}
+BENCHMARK(startToFirstPaint)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+
+void hostWithSevenPeers(benchmark::State& state) {
+    double megabytes = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        megabytes = askChild(u"--memory"_s);
+    }
+    state.counters["resident_MB"] = megabytes;
+}
+BENCHMARK(hostWithSevenPeers)->Iterations(1);
+
+class PaintWatch : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        painted = painted || event->type() == QEvent::Paint;
+        return QObject::eventFilter(watched, event);
+    }
+    bool painted = false;
+};
+
+double timeFirstPaint(double started) {
+    const QTemporaryDir settings;
+    Program program(settings.filePath(u"Packwise.ini"_s));
+    PaintWatch watch;
+    program.frmMain->installEventFilter(&watch);
+    program.start();
+    while (!watch.painted) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return secondsNow() - started;
+}
+
+double residentMegabytes() {
+    Host host;
+    host.program().boxes().setHook([](const Box&) { return true; });
+    bench::PassClients clients;
+    host.serve([&] { clients.join(host.port()); });
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with("VmRSS:")) {
+            return std::stod(line.substr(6)) / 1024;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    packwise::applyLook(application);
+    if (argc == 3 && std::string_view(argv[1]) == "--start") {
+        std::printf("%f\n", timeFirstPaint(std::stod(argv[2])));
+        return 0;
+    }
+    if (argc == 3 && std::string_view(argv[1]) == "--memory") {
+        std::printf("%f\n", residentMegabytes());
+        return 0;
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,69 @@
+// Eight players without a window, on plain sockets and one poll loop: they join a server on this
+// machine and pick at once, and they take the time.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace packwise::bench {
+
+struct DraftTimes {
+    std::vector<double> passes;  // seconds from the last BPCK written to the eighth BOOS read
+    double whole = 0;            // seconds of a draft of instant players, first BOOS to last BPCK
+};
+
+class PassClients {
+public:
+    static constexpr int kPlayers = 8;
+
+    ~PassClients();
+
+    // Connects eight players, one after the other, and joins as "P1" to "P8". False on failure.
+    bool join(std::uint16_t port);
+
+    // Plays rounds of `cards` cards until `passes` passes are done. With `measure`, each pass is
+    // played in step: seven seats first, then the eighth, whose pick is timed. Otherwise every
+    // player answers as soon as its pack is there. False when the server falls silent.
+    bool play(int passes, bool measure, DraftTimes& times);
+
+private:
+    struct Player {
+        int fd = -1;
+        std::string buffer;
+        std::string pack;
+        bool hasPack = false;
+        int statesHeard = 0;  // BSTA since the last call of forgetStates()
+        bool named = false;
+    };
+
+    bool readSome(int timeoutMilliseconds);
+    void take(Player& player);
+    void pick(Player& player);
+    template <class Condition>
+    bool waitFor(Condition condition);
+
+    std::array<Player, kPlayers> players_;
+};
+
+// A server of the same protocol without Qt: it greets, deals, and passes packs on in a poll loop,
+// with one write for each message, as the real one does.
+class BareServer {
+public:
+    BareServer();
+    ~BareServer();
+    std::uint16_t port() const { return port_; }
+
+    // Serves eight players and `passes` passes, then returns. Runs in a thread of its own.
+    void run(int passes);
+
+private:
+    int listener_ = -1;
+    std::uint16_t port_ = 0;
+};
+
+// A pack string of that many cards with names of an ordinary length.
+std::string makePack(int cards, int seat);
+
+}  // namespace packwise::bench

@@ -1,0 +1,82 @@
+// A whole table in one process: a host's program with its console and its own client, and further
+// programs that join over real sockets on this machine. Everything is done by pressing the
+// windows' controls.
+#pragma once
+
+#include "app/program.h"
+#include "support/boxscript.h"
+
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace packwise {
+
+// Runs the event loop until the condition holds. False when it does not come to hold in time.
+bool spinUntil(const std::function<bool()>& condition, int milliseconds = 5000);
+
+// A port below 10000 that nobody listens on.
+quint16 freePort();
+
+// A folder with the card data of the sample sets, the current directory for as long as it lives.
+class CardFolder {
+public:
+    CardFolder();
+    ~CardFolder();
+    const QStringList& setNames() const { return setNames_; }  // display names
+
+private:
+    QString before_;
+    QTemporaryDir folder_;
+    QStringList setNames_;
+};
+
+// One player's program.
+struct Player {
+    explicit Player(int number);
+
+    QString name;
+    QTemporaryDir settingsFolder;
+    Program program;
+    BoxScript script{program.boxes()};
+    bool gone = false;
+
+    FrmClient& client() { return program.frmClient(); }
+    bool mayPick() { return !gone && client().cmdDraft->isEnabled(); }
+};
+
+class DraftParty {
+public:
+    // The host opens the port and plays along; the others connect one after the other, so that
+    // player i sits on seat index i. Each pack's set is chosen in turn from `sets`.
+    DraftParty(int players, const QStringList& sets, int packs);
+
+    bool join();  // false when somebody does not get to the table
+
+    FrmServer& server() { return host().program.frmServer(); }
+    Player& host() { return *players_.front(); }
+    Player& player(int seatIndex) { return *players_.at(static_cast<std::size_t>(seatIndex)); }
+    std::vector<std::unique_ptr<Player>>& players() { return players_; }
+
+    void start();
+
+    // Every player who may pick takes a card; then the event loop runs once.
+    void pickOnce();
+
+    // The player leaves by the close box of the draft window.
+    void leave(int seatIndex);
+
+    // Presses the controls of the player's deck builder: 23 cards of the picks, 17 lands, saved
+    // under that path. False when the deck cannot be saved.
+    bool buildDeck(int seatIndex, const QString& folder, const QString& file);
+
+private:
+    int packs_;
+    QStringList sets_;
+    quint16 port_;
+    std::vector<std::unique_ptr<Player>> players_;
+};
+
+}  // namespace packwise

@@ -1,0 +1,84 @@
+#include "app/program.h"
+
+#include "app/draftparty.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+TEST(Program, TheStartWindowLeadsToOneOfTwoWindowsAndIsGone) {
+    Player joins(1);
+    joins.program.start();
+    FrmMain& main = joins.program.frmMain();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    EXPECT_TRUE(main.cmdDummy->hasFocus());
+    EXPECT_FALSE(main.rect().intersects(main.cmdDummy->geometry()));
+    QTest::keyClick(&main, Qt::Key_C, Qt::AltModifier);
+    EXPECT_TRUE(joins.program.isVisible(FormId::Connect));
+    EXPECT_FALSE(joins.program.isVisible(FormId::Main));
+
+    Player hosts(2);
+    hosts.program.start();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&hosts.program.frmMain()));
+    QTest::keyClick(&hosts.program.frmMain(), Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(hosts.program.isVisible(FormId::Server));
+    EXPECT_FALSE(hosts.program.isVisible(FormId::Main));
+}
+
+TEST(Program, AboutReturnsToAUsableStartWindow) {
+    Player player(1);
+    player.program.start();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&player.program.frmMain()));
+    bool shown = false;
+    QTimer::singleShot(0, &player.program, [&] {
+        shown = player.program.isVisible(FormId::Info);
+        QTest::mousePress(&player.program.frmInfo(), Qt::RightButton, {}, QPoint(3, 3));
+    });
+    QTest::keyClick(&player.program.frmMain(), Qt::Key_A, Qt::AltModifier);
+    EXPECT_TRUE(shown);
+    EXPECT_FALSE(player.program.isVisible(FormId::Info));
+    EXPECT_TRUE(player.program.isVisible(FormId::Main));
+    QTest::mouseClick(player.program.frmMain->cmdClient, Qt::LeftButton);
+    EXPECT_TRUE(player.program.isVisible(FormId::Connect));
+}
+
+TEST(Program, ClosingTheStartWindowEndsItAndSavesNoPlaces) {
+    Player player(1);
+    player.program.start();
+    player.program.frmMain->closeByUser();
+    EXPECT_TRUE(player.program.ended());
+    EXPECT_TRUE(player.program.settings().readAll(u"Forms"_s).isEmpty());
+}
+
+TEST(Program, SavingKeepsThePlaceOfAWindowThatWasNotShown) {
+    Player player(1);
+    player.program.settings().write(u"Forms"_s, u"Server"_s, u"1500 2250"_s);
+    player.program.settings().write(u"Forms"_s, u"MessageSize"_s, u"9000 4500"_s);
+    player.program.saveForms();
+    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"Server"_s), u"1500 2250"_s);
+    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"MessageSize"_s), u"9000 4500"_s);
+    EXPECT_EQ(player.program.settings().readAll(u"Forms"_s).size(), 5);
+}
+
+TEST(Program, TheEndLeavesNothingOnTheScreenAndNoSocketOpen) {
+    const CardFolder cards;
+    DraftParty party(2, cards.setNames(), 3);
+    ASSERT_TRUE(party.join());
+    party.host().program.end();
+    for (int form = 0; form < 11; ++form) {
+        EXPECT_FALSE(party.host().program.isVisible(static_cast<FormId>(form))) << form;
+    }
+    EXPECT_EQ(party.server().wskServer[1]->state(), Socket::Closed);
+    EXPECT_EQ(party.server().wskServer[0]->state(), Socket::Closed);
+    EXPECT_FALSE(party.server().tmrPoke->isActive());
+    EXPECT_TRUE(spinUntil(
+        [&] { return party.player(1).client().wskClient->state() != Socket::Connected; }));
+}
+
+}  // namespace
+}  // namespace packwise
