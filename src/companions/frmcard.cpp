@@ -21,7 +21,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kWidth = 3600;  // twips
-constexpr int kHeight = 4800;
+constexpr int kHeight = 4350;
 constexpr int kCallerGap = 240;  // between the caller's right edge and this window
 
 constexpr int kTextSize = 10;  // pixels

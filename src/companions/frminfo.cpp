@@ -36,10 +36,10 @@ constexpr Place kCredits{2730, 540};
 constexpr Place kSiteLink{3420, 300};
 constexpr int kLines[] = {1710, 2655, 3345};
 
-void setColor(QLabel& label, const QColor& color) {
-    QPalette colors = label.palette();
+void setColor(QWidget& control, const QColor& color) {
+    QPalette colors = control.palette();
     colors.setColor(QPalette::WindowText, color);
-    label.setPalette(colors);
+    control.setPalette(colors);
 }
 
 }  // namespace
@@ -82,9 +82,9 @@ void FrmInfo::layOut() {
     outline->setGeometry(rect());
     outline->lower();
     for (const int top : kLines) {
-        auto* line = new Shape(ShapeKind::Rectangle, this);
-        line->setBordered(false);
-        line->setFillColor(QColor(200, 200, 200));
+        auto* line = new QFrame(this);
+        line->setFrameStyle(QFrame::HLine | QFrame::Plain);
+        setColor(*line, QColor(200, 200, 200));
         line->setGeometry(rectFromTwips(kLeft, top, kInner, kTwipsPerPixel));
     }
     const std::pair<QLabel*, Place> places[] = {{lblPackwise, kPackwise}, {lblVersion, kVersion},
@@ -106,6 +106,7 @@ void FrmInfo::layOut() {
     lblSiteLink->setFont(font);
     setColor(*lblSiteLink, QColor(0, 0, 238));
     // Only the words open the page.
+    lblSiteLink->setWordWrap(false);
     lblSiteLink->resize(lblSiteLink->sizeHint().width(), lblSiteLink->height());
 }
 

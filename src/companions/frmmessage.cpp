@@ -36,6 +36,7 @@ constexpr int kLeastLines = 8;
 constexpr int kLeastChars = 32;
 constexpr int kSmallestFont = 8;  // pixels
 constexpr int kLargestFont = 16;
+constexpr int kMostStretch = 110;  // percent
 
 const QString kActionPrefix = u"/me "_s;
 
@@ -48,6 +49,22 @@ int nearest(double value) {
 double takenOfWidth(const ListBox& list) {
     const int margin = list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1;
     return 2.0 * (list.frameWidth() + margin);
+}
+
+// The font in its largest size, down from its own, of which a digit and a line fit. The last pixel
+// of a line is its gap to the next.
+QFont largestFont(QFont font, double width, int height) {
+    const auto fits = [&] {
+        const QFontMetricsF metrics(font);
+        return metrics.horizontalAdvance(u'0') <= width && metrics.height() < height + 1.5;
+    };
+    for (int size = font.pixelSize(); size >= kSmallestFont; --size) {
+        font.setPixelSize(size);
+        if (fits()) {
+            break;
+        }
+    }
+    return font;
 }
 
 double takenOfHeight(const ListBox& list) {
@@ -79,42 +96,46 @@ FrmMessage::FrmMessage(Shell& shell, ClientLink& client)
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
-    chooseFont();
+    chooseFonts();
     setMinimumSize(toPixels(kLeastWidth - kFrameWidth),
                    toPixels(kLeastHeight - kAboveAndFrame + kSendHeight));
     Form_Load();
 }
 
-// The smallest list shows 8 lines of 32 characters. The font is the largest that fits them, and
-// what is left of the width goes between the characters.
-void FrmMessage::chooseFont() {
+// The smallest list shows 8 lines of 32 characters. The fonts are the largest that fit, and what is
+// left of the width goes into and between the characters.
+void FrmMessage::chooseFonts() {
     const double width = toPixels(kLeastWidth - kBesideMessages) - takenOfWidth(*lstMessage);
     const double height = toPixels(kLeastHeight - kAboveAndFrame) - takenOfHeight(*lstMessage);
     charWidth_ = width / kLeastChars;
     rowHeight_ = static_cast<int>(height) / kLeastLines;
-    for (int size = kLargestFont; size >= kSmallestFont; --size) {
-        QFont font = fixedPitchFont(size, true);
-        const QFontMetricsF metrics(font);
-        const double advance = metrics.horizontalAdvance(u'0');
-        const bool fits = advance <= charWidth_ && metrics.height() < rowHeight_ + 1;
-        if (fits || size == kSmallestFont) {
-            font.setLetterSpacing(QFont::AbsoluteSpacing, charWidth_ - advance);
-            lstMessage->setFont(font);
-            return;
-        }
-    }
+
+    QFont lines = largestFont(fixedPitchFont(kLargestFont, true), charWidth_, rowHeight_);
+    const double natural = QFontMetricsF(lines).horizontalAdvance(u'0');
+    lines.setStretch(std::clamp(static_cast<int>(100 * charWidth_ / natural), 100, kMostStretch));
+    const double advance = QFontMetricsF(lines).horizontalAdvance(u'0');
+    lines.setLetterSpacing(QFont::AbsoluteSpacing, charWidth_ - advance);
+    lstMessage->setFont(lines);
+    lstNames->setFont(largestFont(font(), rowHeight_, rowHeight_));
 }
 
 void FrmMessage::Form_Load() {
     loaded_ = true;
-    lstMessage->clear();
-    lstNames->fill(kSeats, u" "_s);
+    forgetLines();
     int width = kLeastWidth;
     int height = kLeastHeight;
     readNumberPair(setting::messageSize.read(shell_.settings()), width, height);
     setSizeTwips(std::clamp(width, kLeastWidth, 60000), std::clamp(height, kLeastHeight, 60000));
     restorePlace(setting::messagePlace.read(shell_.settings()));
     Form_Resize();
+}
+
+void FrmMessage::forgetLines() {
+    lstMessage->clear();
+    lstNames->fill(kSeats, u" "_s);
+    for (int row = 0; row < kSeats; ++row) {
+        lstNames->item(row)->setSizeHint(QSize(1, rowHeight_));
+    }
 }
 
 void FrmMessage::Form_Resize() {
@@ -156,9 +177,8 @@ void FrmMessage::addLine(std::string_view line) {
     if (lstMessage->count() >= maxLines) {
         lstMessage->removeRow(0);
     }
-    auto* row = new QListWidgetItem(fromBytes(line));
-    row->setSizeHint(QSize(1, rowHeight_));
-    lstMessage->addItem(row);
+    lstMessage->addItem(fromBytes(line));
+    lstMessage->item(lstMessage->count() - 1)->setSizeHint(QSize(1, rowHeight_));
 }
 
 bool FrmMessage::eventFilter(QObject* watched, QEvent* event) {
@@ -222,8 +242,7 @@ bool FrmMessage::queryUnload(UnloadMode) {
     }
     // The next line finds a window as if it were new.
     loaded_ = false;
-    lstMessage->clear();
-    lstNames->fill(kSeats, u" "_s);
+    forgetLines();
     txtSend->clear();
     return true;
 }

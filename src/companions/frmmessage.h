@@ -42,7 +42,8 @@ protected:
 
 private:
     void Form_Load();
-    void chooseFont();
+    void chooseFonts();
+    void forgetLines();
     void addLine(std::string_view line);
     void removeLineBreaks();
     void send();

@@ -1,8 +1,10 @@
 #include "platform/listbox.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPalette>
 #include <QScrollBar>
+#include <QToolTip>
 
 namespace packwise {
 
@@ -65,11 +67,27 @@ void ListBox::setShowOnly() {
     setFocusPolicy(Qt::NoFocus);
     setSelectionMode(QAbstractItemView::NoSelection);
     setTextColor(palette().color(QPalette::Active, QPalette::Text));
+    QPalette colors = palette();
+    colors.setColor(QPalette::Disabled, QPalette::Base,
+                    colors.color(QPalette::Active, QPalette::Base));
+    setPalette(colors);
 }
 
 int ListBox::heightForRows(int rows) const {
     const int row = count() > 0 ? sizeHintForRow(0) : fontMetrics().height();
     return rows * row + 2 * frameWidth();
+}
+
+bool ListBox::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QListWidgetItem* row = itemAt(help->pos());
+        if (row && sizeHintForIndex(indexFromItem(row)).width() > viewport()->width()) {
+            QToolTip::showText(help->globalPos(), row->text().trimmed().toHtmlEscaped(), this);
+            return true;
+        }
+    }
+    return QListWidget::viewportEvent(event);
 }
 
 void ListBox::mousePressEvent(QMouseEvent* event) {

@@ -25,7 +25,7 @@ public:
     QColor textColor() const;
     void setTextColor(const QColor& color);
 
-    // A list that only shows: no focus, no selection, text in full colour.
+    // A list that only shows: no focus, no selection, text and paper in full colour.
     void setShowOnly();
 
     // The height that shows `rows` rows without scrolling, in device-independent pixels.
@@ -38,6 +38,8 @@ Q_SIGNALS:
     void mouseDragged();
 
 protected:
+    // A row that is wider than the list is told whole in its tool tip.
+    bool viewportEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
