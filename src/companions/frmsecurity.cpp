@@ -8,7 +8,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QShortcut>
 
 namespace packwise {
 
@@ -50,11 +49,7 @@ FrmSecurity::FrmSecurity(Shell& shell, ClientLink& client)
     }
     lstIP->setToolTip(u"Double-click to copy to clipboard"_s);
     connect(lstIP, &QListWidget::itemDoubleClicked, this, &FrmSecurity::lstIP_DblClick);
-    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* enter = new QShortcut(QKeySequence(key), lstIP);
-        enter->setContext(Qt::WidgetShortcut);
-        connect(enter, &QShortcut::activated, this, &FrmSecurity::lstIP_DblClick);
-    }
+    connect(lstIP, &ListBox::enterPressed, this, &FrmSecurity::lstIP_DblClick);
     restorePlace(setting::securityPlace.read(shell_.settings()));
 }
 

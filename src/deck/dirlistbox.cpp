@@ -1,7 +1,6 @@
 #include "deck/dirlistbox.h"
 
 #include <QDir>
-#include <QKeyEvent>
 
 #include <algorithm>
 
@@ -12,6 +11,7 @@ using namespace Qt::Literals::StringLiterals;
 DirListBox::DirListBox(QWidget* parent) : ListBox(parent) {
     connect(this, &QListWidget::itemDoubleClicked, this,
             [this](const QListWidgetItem* item) { openRow(row(item)); });
+    connect(this, &ListBox::enterPressed, this, [this] { openRow(currentRow()); });
 }
 
 bool DirListBox::setPath(const QString& path) {
@@ -53,14 +53,6 @@ void DirListBox::openRow(int row) {
     if (row >= 0 && row < rowPaths_.size()) {
         setPath(QString(rowPaths_[row]));
     }
-}
-
-void DirListBox::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        openRow(currentRow());
-        return;
-    }
-    ListBox::keyPressEvent(event);
 }
 
 }  // namespace packwise

@@ -24,9 +24,6 @@ public:
 Q_SIGNALS:
     void pathChanged();
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     QString path_;
     QStringList rowPaths_;

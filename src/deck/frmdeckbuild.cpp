@@ -8,7 +8,6 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -131,19 +130,12 @@ void FrmDeckBuild::placeControls() {
 }
 
 void FrmDeckBuild::connectControls() {
-    const auto onEnter = [this](ListBox* list, auto handler) {
-        for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
-            auto* enter = new QShortcut(QKeySequence(key), list);
-            enter->setContext(Qt::WidgetShortcut);
-            connect(enter, &QShortcut::activated, this, handler);
-        }
-    };
     connect(cmdAdd, &QPushButton::clicked, this, &FrmDeckBuild::cmdAdd_Click);
     connect(lstSB, &QListWidget::itemDoubleClicked, this, &FrmDeckBuild::AddCards);
-    onEnter(lstSB, &FrmDeckBuild::AddCards);
+    connect(lstSB, &ListBox::enterPressed, this, &FrmDeckBuild::AddCards);
     connect(cmdTake, &QPushButton::clicked, this, &FrmDeckBuild::cmdTake_Click);
     connect(lstDeck, &QListWidget::itemDoubleClicked, this, &FrmDeckBuild::TakeCards);
-    onEnter(lstDeck, &FrmDeckBuild::TakeCards);
+    connect(lstDeck, &ListBox::enterPressed, this, &FrmDeckBuild::TakeCards);
     connect(cmdTextSB, &QPushButton::clicked, this, &FrmDeckBuild::cmdTextSB_Click);
     connect(cmdTextDeck, &QPushButton::clicked, this, &FrmDeckBuild::cmdTextDeck_Click);
     for (std::size_t land = 0; land < cmdLand.size(); ++land) {

@@ -33,13 +33,15 @@ QString timeFormat(const QLocale& locale) {
 // Digits of any script become those of the code page, blanks of any width a blank.
 QString toPlain(const QString& text) {
     QString plain;
-    for (const QChar character : text.normalized(QString::NormalizationForm_C)) {
-        if (character.isDigit()) {
-            plain += QString::number(character.digitValue());
-        } else if (character.isSpace()) {
+    for (const char32_t character :
+         text.normalized(QString::NormalizationForm_C).toStdU32String()) {
+        if (QChar::isDigit(character)) {
+            plain += QString::number(QChar::digitValue(character));
+        } else if (QChar::isSpace(character)) {
             plain += u' ';
-        } else if (character.isPrint() && fitsCodePage(character)) {
-            plain += character;
+        } else if (const QString one = QString::fromUcs4(&character, 1);
+                   QChar::isPrint(character) && fitsCodePage(one)) {
+            plain += one;
         }
     }
     return plain.simplified();

@@ -1,6 +1,7 @@
 #include "platform/listbox.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPalette>
 #include <QScrollBar>
@@ -88,6 +89,13 @@ bool ListBox::viewportEvent(QEvent* event) {
         }
     }
     return QListWidget::viewportEvent(event);
+}
+
+void ListBox::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Q_EMIT enterPressed();
+    }
+    QListWidget::keyPressEvent(event);
 }
 
 void ListBox::mousePressEvent(QMouseEvent* event) {

@@ -36,10 +36,13 @@ Q_SIGNALS:
     void mouseDown(Qt::MouseButton button);
     // The mouse has moved over the list with a button held.
     void mouseDragged();
+    // Enter has been pressed in the list.
+    void enterPressed();
 
 protected:
     // A row that is wider than the list is told whole in its tool tip.
     bool viewportEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
