@@ -1,0 +1,170 @@
+#include "common/settings.h"
+#include "companions/fakeclient.h"
+#include "companions/frmmessage.h"
+#include "support/fakeshell.h"
+
+#include <QFontMetricsF>
+#include <QPlainTextEdit>
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using testing::ElementsAre;
+
+class Chat : public testing::Test {
+protected:
+    std::vector<std::string> lines() const {
+        std::vector<std::string> all;
+        for (const QString& line : window.lstMessage->texts()) {
+            all.push_back(line.toStdString());
+        }
+        return all;
+    }
+
+    // What goes out for a typed line.
+    std::string sendLine(const QString& typed) {
+        client.sent.clear();
+        window.txtSend->setPlainText(typed);
+        QTest::keyClick(window.txtSend, Qt::Key_Return);
+        return client.sent.empty() ? "" : client.sent.front();
+    }
+
+    FakeShell shell;
+    FakeClient client;
+    FrmMessage window{shell, client};
+};
+
+TEST_F(Chat, SmallestWindowHoldsEightLinesOfThirtyTwoCharacters) {
+    EXPECT_EQ(window.widthTwips(), 5895);
+    EXPECT_EQ(window.heightTwips(), 2385);
+    EXPECT_EQ(window.maxLines, 8);
+    EXPECT_EQ(window.maxChars, 32);
+    for (int line = 0; line < 10; ++line) {
+        window.Receive("line " + std::to_string(line));
+    }
+    ASSERT_EQ(window.lstMessage->count(), 8);
+    EXPECT_EQ(window.lstMessage->text(0), u"line 2"_s);
+    // What counts as fitting is really on the screen.
+    const QRect last = window.lstMessage->visualItemRect(window.lstMessage->item(7));
+    const QRect view = window.lstMessage->viewport()->rect();
+    EXPECT_TRUE(view.contains(last.bottomLeft()));
+    EXPECT_TRUE(
+        view.contains(window.lstMessage->visualItemRect(window.lstMessage->item(0)).topLeft()));
+    EXPECT_LE(QFontMetricsF(window.lstMessage->font()).horizontalAdvance(QString(32, u'W')),
+              view.width());
+    EXPECT_GE(window.lstNames->viewport()->height(),
+              window.lstNames->visualItemRect(window.lstNames->item(7)).bottom());
+}
+
+TEST_F(Chat, FoldsAtTheWidthAndPushesOutTheOldest) {
+    window.Receive(std::string(31, 'a'));
+    window.Receive("four " + std::string(35, 'b'));
+    EXPECT_THAT(lines(), ElementsAre(std::string(31, 'a'), "four ", std::string(32, 'b'), "bbb"));
+    for (int line = 0; line < 4; ++line) {
+        window.Receive("x");
+    }
+    window.Receive(std::string(32, 'c') + std::string(32, 'd'));
+    EXPECT_THAT(lines(), ElementsAre("bbb", "x", "x", "x", "x", std::string(32, 'c'),
+                                     std::string(32, 'd'), ""));
+    window.Receive("caf\xE9");
+    EXPECT_EQ(lines().back(), "caf\xC3\xA9");
+}
+
+TEST_F(Chat, ResizingChangesWhatFits) {
+    window.show();
+    window.setSizeTwips(9000, 5000);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.maxLines > 20; }));
+    EXPECT_GT(window.maxChars, 50);
+    for (int line = 0; line < 20; ++line) {
+        window.Receive("line " + std::to_string(line));
+    }
+    EXPECT_EQ(window.lstMessage->count(), 20);
+    window.setSizeTwips(100, 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.maxLines == 8; }));
+    EXPECT_EQ(window.maxChars, 32);
+    EXPECT_EQ(window.widthTwips(), 5895);
+    EXPECT_EQ(window.heightTwips(), 2385);
+    EXPECT_EQ(lines().front(), "line 12");
+}
+
+TEST_F(Chat, EnterSendsTheLineWithTheSpeaker) {
+    const std::pair<QString, std::string> cases[] = {
+        {u"hello"_s, "MESG<Fox> hello~"},
+        {u""_s, "MESG<Fox> ~"},
+        {u"/me waves"_s, "MESG*Fox waves~"},
+        {u"/me "_s, "MESG*Fox ~"},
+        {u"/Me waves"_s, "MESG<Fox> /Me waves~"},
+        {u"/mewaves"_s, "MESG<Fox> /mewaves~"},
+        {u"one\r\ntwo\nthree"_s, "MESG<Fox> onetwothree~"},
+        {u"caf\u00E9 \u20AC \u4E2D"_s, "MESG<Fox> caf\xE9 \x80 ?~"}};
+    for (const auto& [typed, sent] : cases) {
+        EXPECT_EQ(sendLine(typed), sent);
+        EXPECT_EQ(window.txtSend->toPlainText(), QString());
+        EXPECT_EQ(window.focusWidget(), window.txtSend);
+    }
+    EXPECT_EQ(window.lstMessage->count(), 0) << "the line comes back from the server";
+    for (const QString& key : {u"a"_s, u"\u4E2D"_s, u"b"_s}) {
+        QTest::sendKeyEvent(QTest::Click, window.txtSend, Qt::Key_unknown, key, Qt::NoModifier);
+    }
+    EXPECT_EQ(window.txtSend->toPlainText(), u"ab"_s);
+}
+
+TEST_F(Chat, RefusesTheTerminatorInLineAndName) {
+    for (const auto& [name, typed] : {std::pair{u"Fox"_s, u"a~b"_s}, {u"F~x"_s, u"ab"_s}}) {
+        client.name = name;
+        shell.script.expect(u"Character ~ reserved"_s);
+        EXPECT_EQ(sendLine(typed), "");
+        EXPECT_EQ(window.txtSend->toPlainText(), QString());
+        EXPECT_EQ(shell.script.last().title, u"Error"_s);
+        EXPECT_EQ(shell.script.last().icon, BoxIcon::Exclamation);
+    }
+}
+
+TEST_F(Chat, SendsNothingOnceTheLinkIsClosed) {
+    window.txtSend->setPlainText(u"left"_s);
+    window.txtSend->setEnabled(false);
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_TRUE(client.sent.empty());
+    EXPECT_EQ(window.txtSend->toPlainText(), u"left"_s);
+}
+
+TEST_F(Chat, StaysDuringADraftAndComesBackEmptyAfterIt) {
+    window.Receive("old");
+    window.lstNames->setText(3, u"Bear"_s);
+    shell.visible.insert(FormId::Client);
+    EXPECT_FALSE(window.closeByUser());
+    EXPECT_TRUE(window.isVisible());
+    shell.visible.clear();
+    EXPECT_TRUE(window.closeByUser());
+    EXPECT_FALSE(window.isVisible());
+    setting::messageSize.write(shell.settings(), u"7500 3000"_s);
+    window.Receive("new");
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_THAT(lines(), ElementsAre("new"));
+    EXPECT_EQ(window.lstNames->texts(), QStringList(8, u" "_s));
+    EXPECT_EQ(window.widthTwips(), 7500);
+}
+
+TEST(ChatSize, TakesAnyStoredText) {
+    const std::tuple<QString, int, int> cases[] = {{u"nonsense"_s, 5895, 2385},
+                                                   {u"7500"_s, 7500, 2385},
+                                                   {u"7500 x"_s, 7500, 2385},
+                                                   {u"1 2"_s, 5895, 2385},
+                                                   {u"7500 3000"_s, 7500, 3000}};
+    for (const auto& [stored, width, height] : cases) {
+        FakeShell shell;
+        FakeClient client;
+        setting::messageSize.write(shell.settings(), stored);
+        const FrmMessage window(shell, client);
+        EXPECT_EQ(window.widthTwips(), width) << stored.toStdString();
+        EXPECT_EQ(window.heightTwips(), height) << stored.toStdString();
+    }
+}
+
+}  // namespace
+}  // namespace packwise
