@@ -139,7 +139,7 @@ void FrmServer::seatPlayer(int seatIndex, int position) {
 
 bool FrmServer::everybodyIsGone() const {
     return std::all_of(players_.begin(), players_.end(), [this](int seatIndex) {
-        return dropped[static_cast<std::size_t>(seatIndex + 1)];
+        return dropped[static_cast<std::size_t>(seatIndex) + 1];
     });
 }
 

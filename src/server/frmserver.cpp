@@ -145,7 +145,7 @@ void FrmServer::startLocalClient() {
     localClient_.start(txtName->text(), wskServer[0]->localPort());
 }
 
-void FrmServer::chkClient_Click() {
+void FrmServer::chkClient_Click() const {
     txtName->setEnabled(chkClient->isChecked());
 }
 
@@ -161,13 +161,13 @@ void FrmServer::chkSilence_Click() {
     setting::silence.write(shell_.settings(), chkSilence->isChecked() ? 1 : 0);
 }
 
-void FrmServer::optBooster_Click() {
+void FrmServer::optBooster_Click() const {
     chkTimed->setEnabled(false);
     lblSecs->setEnabled(false);
     vsbSecs->setEnabled(false);
 }
 
-void FrmServer::optRochester_Click() {
+void FrmServer::optRochester_Click() const {
     chkTimed->setEnabled(true);
     lblSecs->setEnabled(true);
     vsbSecs->setEnabled(true);
@@ -179,7 +179,7 @@ void FrmServer::optPack_Click(int index) {
     }
 }
 
-void FrmServer::vsbSecs_Change() {
+void FrmServer::vsbSecs_Change() const {
     lblSecs->setText(QString::number(30 - vsbSecs->value()));
 }
 

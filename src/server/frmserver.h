@@ -117,14 +117,14 @@ public:
     void cmdStart_Click();
     void cmdKick_Click();
     void cmdPing_Click();
-    void chkClient_Click();
+    void chkClient_Click() const;
     void chkHalt_Click();
     void chkReal_Click();
     void chkSilence_Click();
-    void optBooster_Click();
-    void optRochester_Click();
+    void optBooster_Click() const;
+    void optRochester_Click() const;
     void optPack_Click(int index);
-    void vsbSecs_Change();
+    void vsbSecs_Change() const;
     void lstNames_Click();
     void wskServer_ConnectionRequest(int index, ConnectionRequest& request);
     void wskServer_DataArrival(int index);
@@ -156,7 +156,7 @@ private:
     // The seats.
     ListBox& securityNames() { return *security_().lstNames; }
     ListBox& securityIPs() { return *security_().lstIP; }
-    void setSeatRow(int row, const QString& text);
+    void setSeatRow(int row, const QString& text) const;
     int selectedRow() const;
     void updatePingByRow();
 

@@ -122,7 +122,7 @@ void FrmServer::Disconnect(int num) {
     }
 }
 
-void FrmServer::setSeatRow(int row, const QString& text) {
+void FrmServer::setSeatRow(int row, const QString& text) const {
     lstNames->setText(row, text);
     const bool cut =
         lstNames->fontMetrics().horizontalAdvance(text) > lstNames->viewport()->width() - 8;
