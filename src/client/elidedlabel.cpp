@@ -7,6 +7,12 @@
 
 namespace packwise {
 
+namespace {
+
+constexpr int kLeastFontPixels = 10;
+
+}  // namespace
+
 QString plainToolTip(const QString& text) {
     return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
 }
@@ -15,12 +21,22 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
 }
 
+QFont ElidedLabel::fittingFont() const {
+    QFont fitting = font();
+    while (fitting.pixelSize() > kLeastFontPixels &&
+           QFontMetrics(fitting).horizontalAdvance(text()) > contentsRect().width()) {
+        fitting.setPixelSize(fitting.pixelSize() - 1);
+    }
+    return fitting;
+}
+
 QString ElidedLabel::shownText() const {
-    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+    return QFontMetrics(fittingFont()).elidedText(text(), Qt::ElideRight, contentsRect().width());
 }
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.setFont(fittingFont());
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(),
                           isEnabled(), shownText(), foregroundRole());
 }

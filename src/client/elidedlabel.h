@@ -1,5 +1,5 @@
-// A label of plain text that ends in "..." where it does not fit, with the whole text as its tool
-// tip.
+// A label of plain text. A text that does not fit is set in a smaller font, then cut, with the
+// whole text as its tool tip.
 #pragma once
 
 #include <QLabel>
@@ -19,6 +19,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    QFont fittingFont() const;
     QString shownText() const;
 };
 
