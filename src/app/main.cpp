@@ -2,7 +2,6 @@
 #include "platform/look.h"
 
 #include <QApplication>
-#include <QIcon>
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);

@@ -3,6 +3,8 @@
 #include "common/settings.h"
 #include "platform/socket.h"
 
+#include <QApplication>
+#include <QIcon>
 #include <QTimer>
 
 #include <utility>
@@ -30,7 +32,9 @@ Program::Program(QString settingsFile, std::uint64_t seed)
           return std::make_unique<FrmServer>(*this, frmSecurity, frmFixSeats, *this,
                                              [this] { return draw(); });
       }),
-      frmInfo([this] { return std::make_unique<FrmInfo>(*this); }) {}
+      frmInfo([this] { return std::make_unique<FrmInfo>(*this); }) {
+    QApplication::setWindowIcon(QIcon(u":/packwise.svg"_s));
+}
 
 Program::~Program() = default;
 

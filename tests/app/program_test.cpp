@@ -18,15 +18,15 @@ TEST(Program, TheStartWindowLeadsToOneOfTwoWindowsAndIsGone) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
     EXPECT_TRUE(main.cmdDummy->hasFocus());
     EXPECT_FALSE(main.rect().intersects(main.cmdDummy->geometry()));
-    QTest::keyClick(&main, Qt::Key_C, Qt::AltModifier);
-    EXPECT_TRUE(joins.program.isVisible(FormId::Connect));
+    QTest::keyClick(main.windowHandle(), Qt::Key_C, Qt::AltModifier);
+    EXPECT_TRUE(spinUntil([&] { return joins.program.isVisible(FormId::Connect); }));
     EXPECT_FALSE(joins.program.isVisible(FormId::Main));
 
     Player hosts(2);
     hosts.program.start();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&hosts.program.frmMain()));
-    QTest::keyClick(&hosts.program.frmMain(), Qt::Key_S, Qt::AltModifier);
-    EXPECT_TRUE(hosts.program.isVisible(FormId::Server));
+    QTest::keyClick(hosts.program.frmMain->windowHandle(), Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(spinUntil([&] { return hosts.program.isVisible(FormId::Server); }));
     EXPECT_FALSE(hosts.program.isVisible(FormId::Main));
 }
 
@@ -34,14 +34,17 @@ TEST(Program, AboutReturnsToAUsableStartWindow) {
     Player player(1);
     player.program.start();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&player.program.frmMain()));
+    QTest::keyClick(player.program.frmMain->windowHandle(), Qt::Key_A, Qt::AltModifier);
     bool shown = false;
-    QTimer::singleShot(0, &player.program, [&] {
-        shown = player.program.isVisible(FormId::Info);
-        QTest::mousePress(&player.program.frmInfo(), Qt::RightButton, {}, QPoint(3, 3));
+    QTimer closer;  // runs inside the modal wait
+    closer.callOnTimeout([&] {
+        if (player.program.isVisible(FormId::Info)) {
+            shown = true;
+            QTest::mousePress(&player.program.frmInfo(), Qt::RightButton, {}, QPoint(3, 3));
+        }
     });
-    QTest::keyClick(&player.program.frmMain(), Qt::Key_A, Qt::AltModifier);
-    EXPECT_TRUE(shown);
-    EXPECT_FALSE(player.program.isVisible(FormId::Info));
+    closer.start(5);
+    EXPECT_TRUE(spinUntil([&] { return shown && !player.program.isVisible(FormId::Info); }));
     EXPECT_TRUE(player.program.isVisible(FormId::Main));
     QTest::mouseClick(player.program.frmMain->cmdClient, Qt::LeftButton);
     EXPECT_TRUE(player.program.isVisible(FormId::Connect));
