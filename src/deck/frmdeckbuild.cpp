@@ -82,6 +82,7 @@ void FrmDeckBuild::createControls() {
 
     for (ListBox* list : {lstSB, lstDeck}) {
         list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
     Label1->setBuddy(lstSB);
     lblDeck->setBuddy(lstDeck);

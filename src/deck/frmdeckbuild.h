@@ -85,6 +85,7 @@ private:
     Shell& shell_;
     Lazy<FrmSave>& save_;
     DeckLink& link_;
+    bool followsSave_ = false;  // the signals of Save As are connected
 };
 
 }  // namespace packwise

@@ -37,9 +37,9 @@ std::vector<std::string> cardsOf(const ListBox& list) {
 }  // namespace
 
 void FrmDeckBuild::cmdSave_Click() {
-    const bool first = !save_.ifLoaded();
     FrmSave& save = save_();
-    if (first) {
+    if (!followsSave_) {
+        followsSave_ = true;
         connect(&save, &FrmSave::okPressed, this, [this] {
             setEnabled(true);
             SaveFile();

@@ -91,6 +91,12 @@ bool ListBox::viewportEvent(QEvent* event) {
     return QListWidget::viewportEvent(event);
 }
 
+void ListBox::keyboardSearch(const QString& search) {
+    if (!search.trimmed().isEmpty()) {
+        QListWidget::keyboardSearch(search);
+    }
+}
+
 void ListBox::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         Q_EMIT enterPressed();

@@ -28,6 +28,10 @@ public:
     // A list that only shows: no focus, no selection, text and paper in full colour.
     void setShowOnly();
 
+    // Goes to the next row that begins with what is typed. Blanks find nothing: they select, and
+    // rows that are blank are no goal.
+    void keyboardSearch(const QString& search) override;
+
     // The height that shows `rows` rows without scrolling, in device-independent pixels.
     int heightForRows(int rows) const;
 

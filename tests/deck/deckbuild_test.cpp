@@ -52,6 +52,15 @@ TEST_F(DeckBuilder, MovesAllSelectedCardsAndNothingElse) {
     EXPECT_EQ(window.lstDeck->texts().join(u""_s), u"ADFB"_s);
 }
 
+TEST_F(DeckBuilder, KeysAloneMoveCards) {
+    deal({{0, "A|B|C|"}});
+    window.lstSB->setCurrentRow(0);
+    for (const auto key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Space, Qt::Key_Return}) {
+        QTest::keyClick(window.lstSB, key);
+    }
+    EXPECT_EQ(window.lstDeck->texts().join(u""_s), u"AB"_s);
+}
+
 TEST_F(DeckBuilder, AReturnedCardEndsItsGroup) {
     struct Case {
         const char* what;
