@@ -32,7 +32,7 @@ void MessageSplitter::append(std::string_view bytes) {
     for (;;) {
         const std::size_t end = buffer_.find(kTerminator, scanned);
         const bool whole = end != std::string::npos;
-        if ((whole ? end : buffer_.size()) - complete_ > kMostMessageLength) {
+        if ((whole ? end : buffer_.size()) - complete_ > mostLength_) {
             buffer_.resize(complete_);
             overflowed_ = true;
             return;
@@ -55,7 +55,7 @@ std::optional<std::string> MessageSplitter::next() {
 }
 
 void MessageSplitter::clear() {
-    *this = MessageSplitter();
+    *this = MessageSplitter(mostLength_);
 }
 
 std::optional<Message> readMessage(std::string_view text) {
@@ -70,6 +70,10 @@ std::optional<int> readNumber(std::string_view text) {
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc() || stop != end) {
+        return std::nullopt;
+    }
+    const std::string_view digits = text.substr(text.front() == '-' ? 1 : 0);
+    if (digits.front() == '0' && text.size() > 1) {
         return std::nullopt;
     }
     return number;

@@ -16,12 +16,20 @@ inline constexpr std::string_view kProtocolVersion = "1.41";
 inline constexpr int kSeats = 8;
 inline constexpr int kMostPacks = 6;
 inline constexpr int kMostCardsInPack = 15;
+inline constexpr std::size_t kShortestToken = 2;  // a card's colour letter and its name
 inline constexpr std::size_t kCommandLength = 4;
-inline constexpr std::size_t kMostMessageLength = std::size_t{64} * 1024;
+// What a client may send in one message. Servers hand on some of it with words of their own, so
+// that everybody else takes a little more.
+inline constexpr std::size_t kMostClientMessageLength = std::size_t{64} * 1024;
+inline constexpr std::size_t kMostMessageLength = kMostClientMessageLength + 1024;
 
 // Cuts a byte stream into messages. One splitter belongs to one connection.
 class MessageSplitter {
 public:
+    // Takes messages of at most that many bytes, without the terminator.
+    explicit MessageSplitter(std::size_t mostLength = kMostMessageLength)
+        : mostLength_(mostLength) {}
+
     // Adds received bytes; carriage returns and line feeds vanish.
     void append(std::string_view bytes);
 
@@ -29,8 +37,8 @@ public:
     // has no terminator yet.
     std::optional<std::string> next();
 
-    // True once more than kMostMessageLength bytes have come without a terminator. The peer is
-    // then to be let go; nothing more is kept of what it sends. Whole messages that came before
+    // True once more than `mostLength` bytes have come without a terminator. The peer is then to
+    // be let go; nothing more is kept of what it sends. Whole messages that came before
     // still stand to be taken.
     bool overflowed() const { return overflowed_; }
 
@@ -38,6 +46,7 @@ public:
     void clear();
 
 private:
+    std::size_t mostLength_;
     std::string buffer_;
     std::size_t taken_ = 0;     // bytes at the front of buffer_ already given out
     std::size_t complete_ = 0;  // bytes at the front of buffer_ up to the last terminator
@@ -53,8 +62,8 @@ struct Message {
 // into `text`.
 std::optional<Message> readMessage(std::string_view text);
 
-// A whole decimal number, digits alone with an optional leading "-"; nothing for anything else or
-// for a number outside int.
+// A whole decimal number as std::to_string() writes it: no leading zero, no plus sign. Nothing for
+// anything else or for a number outside int.
 std::optional<int> readNumber(std::string_view text);
 
 // The digit at the front of a body, 0 to 7; nothing when there is none. Used for seat indexes and

@@ -10,11 +10,10 @@ namespace {
 
 // Whether the text is a pack string of that many cards.
 bool isPackOf(std::string_view text, int cards) {
-    if (!text.empty() && (text.front() == kFieldEnd || text.back() != kFieldEnd ||
-                          text.find("||") != std::string_view::npos)) {
-        return false;
-    }
-    return countCards(text) == cards;
+    const std::vector<std::string> tokens = readFields(text);
+    return (text.empty() || text.back() == kFieldEnd) && static_cast<int>(tokens.size()) == cards &&
+           std::all_of(tokens.begin(), tokens.end(),
+                       [](const std::string& token) { return token.size() >= kShortestToken; });
 }
 
 std::string withoutCard(const std::string& pack, int card) {

@@ -90,7 +90,7 @@ void RochesterFlow::answer(int socket) {
 }
 
 void RochesterFlow::onRandomMark(int socket) {
-    if (phase_ == Phase::Turns && table_.positionOfSocket(socket) >= 0) {
+    if (running() && table_.positionOfSocket(socket) >= 0) {
         rochRandom_ = true;
     }
 }

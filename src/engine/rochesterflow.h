@@ -20,7 +20,7 @@ public:
     // Messages by socket number. Each is ignored where it is not awaited: outside its phase, a
     // second answer of one seat, from a socket without a table position, or a row that is no
     // number or not among the remaining rows. A pick counts as the turn under way, from whichever
-    // seat it comes.
+    // seat it comes. A random mark has no phase; it stands until the next pick.
     void onReviewDone(int socket);                  // RROK
     void onRandomMark(int socket);                  // RAND
     void onPick(int socket, std::string_view row);  // RPCK

@@ -57,11 +57,14 @@ void FrmServer::cmdStart_Click() {
     Broadcast("STATDraft in progress~");
     disableChoices();
     wskServer[0]->close();
+    if (nobodyIsLeft()) {
+        return;
+    }
     const bool hole = players_.back() != table_.playerCount - 1;
     if (hole && chkFixSeats->isChecked()) {
         chkFixSeats->setChecked(false);
         shell_.boxes().show(this, kHole);
-        if (shell_.ended()) {
+        if (shell_.ended() || nobodyIsLeft()) {
             return;
         }
     }
@@ -137,10 +140,16 @@ void FrmServer::seatPlayer(int seatIndex, int position) {
     Broadcast("SEAT" + std::to_string(seatIndex) + std::to_string(position) + kTerminator);
 }
 
-bool FrmServer::everybodyIsGone() const {
-    return std::all_of(players_.begin(), players_.end(), [this](int seatIndex) {
+// Whether there is no draft to be had any more; the host has then been told.
+bool FrmServer::nobodyIsLeft() {
+    const bool gone = std::all_of(players_.begin(), players_.end(), [this](int seatIndex) {
         return dropped[static_cast<std::size_t>(seatIndex) + 1];
     });
+    if (!gone && !halted_) {
+        return false;
+    }
+    shell_.boxes().show(this, kNobodyThere);
+    return true;
 }
 
 void FrmServer::StartUp2() {
@@ -155,11 +164,13 @@ void FrmServer::StartUp2() {
             }
         }
     }
-    if (halted_ || everybodyIsGone()) {
-        shell_.boxes().show(this, kNobodyThere);
+    if (nobodyIsLeft()) {
         return;
     }
     tellSets();
+    if (draftStopped()) {
+        return;
+    }
     if (optBooster->isChecked()) {
         Broadcast("INFOB~");
         booster_.begin();
@@ -187,6 +198,13 @@ void FrmServer::tellSets() {
     Broadcast(line + kTerminator);
 }
 
+void FrmServer::startRandoms() {
+    // A start while it runs would begin its interval anew.
+    if (!tmrRandoms->isActive()) {
+        tmrRandoms->start();
+    }
+}
+
 std::optional<std::string> FrmServer::makePack(int packIndex) {
     if (draftStopped()) {
         return std::nullopt;
@@ -212,12 +230,18 @@ std::optional<std::string> FrmServer::makePack(int packIndex) {
     return std::nullopt;
 }
 
+// A write may find a loss that ends the draft; nobody hears of its flow behind that.
+
 void FlowHost::send(int socket, std::string_view data) {
-    server_.Send(socket, data);
+    if (!server_.draftStopped()) {
+        server_.Send(socket, data);
+    }
 }
 
 void FlowHost::broadcast(std::string_view data) {
-    server_.Broadcast(data);
+    for (int num = 1; num <= kSeats; ++num) {
+        send(num, data);
+    }
 }
 
 void FlowHost::dispatch(int socket, std::string_view message) {
@@ -241,11 +265,15 @@ double FlowHost::draw() {
 }
 
 void FlowHost::enableRandoms() {
-    server_.tmrRandoms->start();
+    if (!server_.draftStopped()) {
+        server_.startRandoms();
+    }
 }
 
 void FlowHost::draftOver() {
-    server_.draftState = "O";
+    if (!server_.draftStopped()) {
+        server_.draftState = "O";
+    }
 }
 
 }  // namespace packwise

@@ -39,6 +39,12 @@ class QScrollBar;
 
 namespace packwise {
 
+// What comes in from one client.
+class ClientStream : public MessageSplitter {
+public:
+    ClientStream() : MessageSplitter(kMostClientMessageLength) {}
+};
+
 class FrmServer : public Form {
     Q_OBJECT
 public:
@@ -87,7 +93,7 @@ public:
     // By seat index.
     std::array<std::string, kSeats> playerName;   // "" without a name
     std::array<std::string, kSeats> playerCards;  // names of the picks, each followed by "|"
-    std::array<MessageSplitter, kSeats> inBuffer;
+    std::array<ClientStream, kSeats> inBuffer;
     // By socket number; element 0 is not used.
     std::array<bool, kSeats + 1> versionSeen{};
     std::array<bool, kSeats + 1> dropped{};
@@ -189,10 +195,11 @@ private:
     void showFixSeats(const QStringList& names);
     void fixSeatsDone();
     void seatPlayer(int seatIndex, int position);
-    bool everybodyIsGone() const;
+    bool nobodyIsLeft();
     void tellSets();
     bool draftStopped() const { return halted_ || failed_ || shell_.ended(); }
     std::optional<std::string> makePack(int packIndex);
+    void startRandoms();
 
     Shell& shell_;
     Lazy<FrmSecurity>& security_;

@@ -116,7 +116,7 @@ void FrmServer::Disconnect(int num) {
         Broadcast("CLOS~");
         return;
     }
-    tmrRandoms->start();
+    startRandoms();
     if (!draftStopped()) {
         rochester_.onSeatLost(num);
     }

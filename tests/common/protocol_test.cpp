@@ -95,7 +95,9 @@ TEST(Protocol, ReadsMessagesNumbersAndFields) {
 
     EXPECT_EQ(readNumber("44281"), 44281);
     EXPECT_EQ(readNumber("-17"), -17);
-    for (const char* bad : {"", "-", "+1", " 1", "1 ", "1x", "0x1", "99999999999", "--1", "1.0"}) {
+    EXPECT_EQ(readNumber("0"), 0);
+    for (const char* bad : {"", "-", "+1", " 1", "1 ", "1x", "0x1", "99999999999", "--1", "1.0",
+                            "01", "00", "-0", "-01"}) {
         EXPECT_FALSE(readNumber(bad)) << bad;
     }
     EXPECT_EQ(readSeatDigit("0Name"), 0);

@@ -73,7 +73,7 @@ TEST(BoosterFlow, IgnoresWhatWouldBreakTheLockStep) {
     host.take();
     for (const char* bad :
          {"BPCK", "BPCKU0a1|", "BPCKU0a0|U0a1|U0a2|", "BPCKU0a1|U0a2", "BPCKU0a1|U0a2|x", "BPCK||",
-          "BPCKU0a1||", "BPCK|U0a1|U0a2|", "BPCKa|a|a|a|a|a|a|a|a|a|a|a|a|a|a|a|"}) {
+          "BPCKU0a1||", "BPCKU0a1|U|", "BPCK|U0a1|U0a2|", "BPCKa|a|a|a|a|a|a|a|a|a|a|a|a|a|a|a|"}) {
         host.receive(1, bad);
         EXPECT_THAT(host.sent, IsEmpty()) << bad;
     }

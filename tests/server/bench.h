@@ -118,6 +118,16 @@ public:
         console().cboPack[1]->setCurrentIndex(1);
     }
 
+    // The link of that socket breaks, and the console has yet to find out.
+    void breakLink(Peer& peer, int num) {
+        Socket& socket = *console().wskServer.at(static_cast<std::size_t>(num));
+        peer.vanish();
+        for (int write = 0; write < 1000 && socket.state() == Socket::Connected; ++write) {
+            socket.sendData("~");
+        }
+        EXPECT_EQ(socket.state(), Socket::Failed);
+    }
+
     bool seatIsFree(int num) {
         return QTest::qWaitFor(
             [&] { return console().wskServer.at(static_cast<std::size_t>(num))->state() == 0; },

@@ -160,6 +160,17 @@ TEST(FixSeats, WhenNobodyIsLeftNothingIsDealt) {
     bench.fixSeats().cmdOK->click();
     EXPECT_FALSE(bench.shell.ended());  // no set was read
     EXPECT_TRUE(bench.console().isEnabled());
+
+    Bench halted;
+    auto two = halted.table(2);
+    halted.console().chkFixSeats->setChecked(true);
+    halted.console().chkHalt->setChecked(true);
+    halted.breakLink(*two[1], 2);
+    halted.shell.script.expect(u"No valid connections"_s);
+    halted.console().cmdStart->click();
+    EXPECT_FALSE(halted.fixSeats.isVisible());
+    EXPECT_TRUE(two[0]->hearsSometime("CLOS~"));
+    EXPECT_EQ(two[0]->rest(), "");
 }
 
 TEST(DraftStart, UnreadableCardDataEndTheProgramOnce) {

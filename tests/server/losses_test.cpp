@@ -115,6 +115,28 @@ TEST(Losses, AHaltedDraftDoesNotGoOnByItself) {
     EXPECT_FALSE(bench.shell.ended());
 }
 
+TEST(Losses, AHaltingDropFoundInsideAWriteIsTheLastThingHeard) {
+    Bench bench;
+    auto peers = bench.table(2);
+    bench.chooseSets();
+    FrmServer& console = bench.console();
+    console.chkHalt->setChecked(true);
+    console.cmdStart->click();
+    std::array<std::string, 2> left;
+    for (std::size_t i = 0; i < peers.size(); ++i) {
+        EXPECT_TRUE(peers[i]->hearsSometime("BOOS"));
+        const std::string pack = peers[i]->rest();
+        left[i] = pack.substr(pack.find('|') + 1, pack.find('~') - pack.find('|') - 1);
+    }
+    console.Dispatch(2, "BPCK" + left[1]);
+    bench.breakLink(*peers[1], 2);
+    console.Dispatch(1, "BPCK" + left[0]);  // the last pick of the pass
+    EXPECT_TRUE(peers[0]->hearsSometime("CLOS~"));
+    EXPECT_EQ(peers[0]->rest(), "");
+    EXPECT_EQ(console.draftState, "D");
+    EXPECT_FALSE(console.tmrRandoms->isActive());
+}
+
 TEST(Losses, ALostSeatKeepsNeitherFormatWaiting) {
     Bench booster;
     auto peers = booster.table(2);
@@ -122,6 +144,7 @@ TEST(Losses, ALostSeatKeepsNeitherFormatWaiting) {
     booster.console().cmdStart->click();
     peers[1]->close();
     ASSERT_TRUE(booster.seatIsFree(2));
+    const int running = booster.console().tmrRandoms->timerId();
     for (int pick = 0; pick < 45; ++pick) {
         EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
         const std::string pack = peers[0]->rest();
@@ -133,6 +156,7 @@ TEST(Losses, ALostSeatKeepsNeitherFormatWaiting) {
     }
     EXPECT_TRUE(peers[0]->hearsSometime("OVER~"));
     EXPECT_EQ(booster.console().draftState, "O");
+    EXPECT_EQ(booster.console().tmrRandoms->timerId(), running) << "its interval began anew";
     EXPECT_EQ(countCards(booster.console().playerCards[0]), 45);
 
     Bench rochester;

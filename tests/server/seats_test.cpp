@@ -145,6 +145,7 @@ TEST(Seats, MalformedMessagesChangeNothing) {
                                                 "CODE",
                                                 "CODEx",
                                                 "CODE1x",
+                                                "CODE007",
                                                 "CODE99999999999999999999",
                                                 "BPCK|",
                                                 "BPCKx",
@@ -179,6 +180,15 @@ TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
     peers[1]->say(std::string(70000, 'x'));
     EXPECT_TRUE(peers[1]->waitClosed());
     EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~DROP1~"));
+
+    // The longest name goes to the others with words of the server's own.
+    auto wordy = bench.connected(2);
+    wordy->say("NAME" + std::string(kMostClientMessageLength - kCommandLength, 'n') + "~");
+    EXPECT_TRUE(peers[0]->hearsSometime("n has joined~"));
+    MessageSplitter heard;
+    heard.append(peers[0]->transcript());
+    EXPECT_FALSE(heard.overflowed());
+    peers[0]->rest();
 
     // The third reads nothing more while the first chats on.
     peers[2]->socket().setReadBufferSize(1);
