@@ -39,6 +39,9 @@ private:
 void tune(QTcpSocket& socket) {
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+}
+
+void limitSilence([[maybe_unused]] const QTcpSocket& socket) {
 #ifdef Q_OS_LINUX
     // A peer whose machine has vanished is noticed after half a minute of unanswered writes.
     const unsigned int milliseconds = 30000;
@@ -73,21 +76,24 @@ bool Socket::listen() {
 
 void Socket::accept(ConnectionRequest& request) {
     close();
+    remoteHostIp_.clear();
     auto* socket = new QTcpSocket(this);
-    request.taken = true;
     if (!socket->setSocketDescriptor(request.descriptor)) {
         delete socket;
         state_ = Failed;
         return;
     }
+    request.taken = true;
     adopt(socket);
     state_ = Connected;
     remoteHostIp_ = dotted(socket->peerAddress());
     tune(*socket);
+    limitSilence(*socket);
 }
 
 void Socket::connectToHost() {
     close();
+    remoteHostIp_.clear();
     auto* socket = new QTcpSocket(this);
     adopt(socket);
     state_ = Connecting;

@@ -47,7 +47,8 @@ public:
     // Begins to listen on all addresses. False when the port cannot be had; the state is then 0.
     bool listen();
 
-    // Takes the connection of a connectionRequest(), within its handler; the state becomes 7.
+    // Takes the connection of a connectionRequest(), within its handler; the state becomes 7, or 9
+    // when it is gone already.
     void accept(ConnectionRequest& request);
 
     void setRemoteHost(const QString& host) { remoteHost_ = host; }
@@ -55,7 +56,7 @@ public:
     // Begins to connect to remoteHost and remotePort.
     void connectToHost();
 
-    // The peer's address in dotted decimal; empty when there has never been a connection.
+    // The address of the last peer in dotted decimal; empty until a connection stands.
     QString remoteHostIp() const { return remoteHostIp_; }
 
     // Writes bytes if the state is 7. A failure, or more than kMostUnsent bytes unread by the

@@ -82,6 +82,9 @@ TEST_F(SocketTest, WhatNobodyAcceptsIsRefusedAndAClosedListenerTakesNobody) {
     EXPECT_EQ(client.state(), Socket::Connecting);
     ASSERT_TRUE(QTest::qWaitFor([&] { return failed.count() == 1; }));
     EXPECT_EQ(client.state(), Socket::Failed);
+    ConnectionRequest gone;
+    client.accept(gone);
+    EXPECT_FALSE(gone.taken);
 }
 
 TEST_F(SocketTest, APortInUseCannotBeListenedOn) {
