@@ -1,5 +1,5 @@
 // The code page: text is Windows-1252 bytes on the wire, in files and in the heart, and Unicode on
-// the screen. This is the one place where it changes.
+// the screen. It changes here alone.
 #pragma once
 
 #include <QString>

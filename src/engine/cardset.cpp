@@ -1,9 +1,11 @@
 #include "engine/cardset.h"
 
+#include "common/cp1252.h"
 #include "common/protocol.h"
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <system_error>
 #include <unordered_set>
 
@@ -15,7 +17,10 @@ namespace {
 
 constexpr std::size_t kShortestWalkedList = 21;
 constexpr std::size_t kFieldsInRecord = 7;
+constexpr std::uintmax_t kMostFileBytes = std::uintmax_t{64} * 1024 * 1024;
 
+// The bytes of a file; none of one that is too large to be a card file. Nothing when it cannot be
+// opened.
 std::optional<std::string> readWhole(const fs::path& file) {
     std::error_code error;
     if (!fs::is_regular_file(file, error)) {
@@ -25,6 +30,9 @@ std::optional<std::string> readWhole(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     if (error || !in) {
         return std::nullopt;
+    }
+    if (size > kMostFileBytes) {
+        return std::string();
     }
     std::string bytes(static_cast<std::size_t>(size), '\0');
     in.read(bytes.data(), static_cast<std::streamsize>(size));
@@ -54,21 +62,16 @@ public:
         return static_cast<std::int16_t>(low | high << 8U);
     }
 
-    // The next record; one of empty fields when less than a whole record is left.
+    // The next record. A field that is not there to its end is empty, and so are all behind it.
     RecordView record() {
         std::array<std::string_view, kFieldsInRecord> fields;
         for (std::string_view& field : fields) {
-            if (rest_.size() < 2) {
-                rest_ = {};
-                return {};
-            }
             const std::size_t length = static_cast<std::uint16_t>(number());
             if (length > rest_.size()) {
                 rest_ = {};
-                return {};
             }
             field = rest_.substr(0, length);
-            rest_.remove_prefix(length);
+            rest_.remove_prefix(field.size());
         }
         return {fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6]};
     }
@@ -87,6 +90,11 @@ Pool poolOf(char mark) {
 
 bool fitsOnWire(std::string_view token) {
     return token.find_first_of("|~\r\n") == std::string_view::npos;
+}
+
+// A blank line is never dealt.
+bool canStandInList(std::string_view line) {
+    return line.empty() || (line.size() >= kShortestToken && fitsOnWire(line));
 }
 
 bool soundCounts(const std::array<int, 3>& counts) {
@@ -112,32 +120,22 @@ bool holdsDifferent(const std::vector<std::string>& tokens, int count) {
     return seen.size() >= static_cast<std::size_t>(count);
 }
 
-char foldCase(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool differInCaseAlone(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return foldCase(x) == foldCase(y); });
-}
-
-// File names on the disk are Unicode; this is the one place of the heart that needs the code page.
-std::u8string fileNameFromCodePage(std::string_view bytes) {
-    static constexpr std::array<char16_t, 32> kUpperControls = {
-        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+fs::path fileNameFromCodePage(std::string_view bytes) {
     std::u16string wide;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        wide += byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80U]
-                                            : static_cast<char16_t>(byte);
-    }
-    return fs::path(wide).u8string();
+    std::transform(bytes.begin(), bytes.end(), std::back_inserter(wide), cp1252::characterOf);
+    return wide;
 }
 
-std::string_view bytesOf(const std::u8string& text) {
-    return {reinterpret_cast<const char*>(text.data()), text.size()};
+// A file name without the difference of capital and small letters; empty for one that is no text.
+std::u16string folded(const fs::path& name) {
+    std::u16string wide;
+    try {
+        wide = name.u16string();
+    } catch (const std::system_error&) {
+        return {};
+    }
+    std::transform(wide.begin(), wide.end(), wide.begin(), cp1252::lower);
+    return wide;
 }
 
 // Takes lines, ended by LF or CR LF or by the end of the text, off the front of a text.
@@ -172,7 +170,11 @@ public:
             while ((at = text->find_first_not_of(kSeparators, at)) != std::string_view::npos) {
                 const std::size_t end =
                     std::min(text->find_first_of(kSeparators, at), text->size());
-                const std::optional<int> number = readNumber(text->substr(at, end - at));
+                std::string_view digits = text->substr(at, end - at);
+                while (digits.size() > 1 && digits.front() == '0') {
+                    digits.remove_prefix(1);
+                }
+                const std::optional<int> number = readNumber(digits);
                 if (!number || have == numbers.size()) {
                     return std::nullopt;
                 }
@@ -201,22 +203,24 @@ fs::path setFilePath(const fs::path& folder, std::string_view displayName,
     if (base.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos) {
         return folder / ".";  // no file can be called this
     }
-    const std::u8string name = fileNameFromCodePage(base + std::string(extension));
-    fs::path spelled = folder / fs::path(name);
+    const fs::path name = fileNameFromCodePage(base + std::string(extension));
+    fs::path spelled = folder / name;
     std::error_code error;
     if (fs::is_regular_file(spelled, error)) {
         return spelled;
     }
 
+    const std::u16string wanted = folded(name);
     std::optional<fs::path> found;
     fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        const std::u8string other = entry->path().filename().u8string();
-        if (differInCaseAlone(bytesOf(other), bytesOf(name))) {
+        const fs::path other = entry->path().filename();
+        std::error_code ignored;
+        if (folded(other) == wanted && entry->is_regular_file(ignored)) {
             if (found) {
                 return spelled;
             }
-            found = folder / fs::path(other);
+            found = folder / other;
         }
     }
     return found.value_or(spelled);
@@ -257,7 +261,7 @@ std::optional<CardPools> readCardPools(const fs::path& file) {
         std::string& token = tokens.emplace_back();
         token.reserve(record.color.size() + record.name.size());
         token.append(record.color).append(record.name);
-        if (!fitsOnWire(token)) {
+        if (token.size() < kShortestToken || !fitsOnWire(token)) {
             return std::nullopt;
         }
     } while (record.name != "END");
@@ -314,7 +318,7 @@ std::optional<OrderFile> readOrderFile(const fs::path& file) {
         list.reserve(static_cast<std::size_t>(length));
         for (int k = 0; k < length; ++k) {
             const std::optional<std::string_view> line = reader.line();
-            if (!line || (used && !fitsOnWire(*line))) {
+            if (!line || (used && !canStandInList(*line))) {
                 return std::nullopt;
             }
             list.emplace_back(*line);

@@ -19,8 +19,8 @@ inline constexpr std::size_t kMostCardsInPool = 256;
 // The base name of a set's files: the display name without blanks, cut to 8 characters.
 std::string setFileBase(std::string_view displayName);
 
-// The path of a set's file in `folder`: as spelled, else the only file whose name differs in case
-// alone. When there is none, the path as spelled, which will not open.
+// The path of a set's file in `folder`: as spelled, else the only regular file whose name differs
+// in case alone. When there is none, the path as spelled, which will not open.
 std::filesystem::path setFilePath(const std::filesystem::path& folder, std::string_view displayName,
                                   std::string_view extension);
 
@@ -42,9 +42,9 @@ struct CardPools {
     std::array<std::vector<std::string>, 3> tokens{};  // by Pool: card tokens in file order
 };
 
-// The dealer's reading of a .pw file. Nothing when it cannot be opened, is empty or damaged, holds
-// more than kMostCardsInPool cards of a mark, asks for more than kMostCardsInPack cards, or cannot
-// fill its pack.
+// The dealer's reading of a .pw file. Nothing when it cannot be opened, is empty or damaged, larger
+// than 64 MiB, holds more than kMostCardsInPool cards of a mark or one without colour and name, asks
+// for more than kMostCardsInPack cards, or cannot fill its pack.
 std::optional<CardPools> readCardPools(const std::filesystem::path& file);
 
 // The popup's scan of a .pw file: the record of that name, else the END record, else a record with

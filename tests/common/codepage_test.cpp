@@ -27,7 +27,8 @@ TEST(CodePage, OneCharacterIsOneByte) {
         {u"10 \u20AC \u2013 \u201Cok\u201D"_s, "10 \x80 \x96 \x93ok\x94", true},
         {u"e\u0301"_s, "\xE9", true},  // a letter and its accent typed apart
         {u"\u03A9mega"_s, "?mega", false},
-        {u"\U0001F600!"_s, "?!", false},  // one character outside the basic plane, one "?"
+        {QChar(0xDC00) + u"x"_s, "?x", false},  // half a character
+        {u"\U0001F600!"_s, "?!", false},        // one character outside the basic plane, one "?"
     };
     for (const Case& c : cases) {
         EXPECT_EQ(toBytes(c.text), c.bytes);

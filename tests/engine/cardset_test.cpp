@@ -29,10 +29,15 @@ TEST(SetFiles, AreFoundAsSpelledThenByTheOnlyNameThatDiffersInCase) {
     folder.write("IceAge.pw", "as spelled");
     EXPECT_EQ(found("Ice Age"), "IceAge.pw");
     EXPECT_EQ(found("Iceland"), "Iceland.pw");
+    create_directory(folder.path() / "ICELAND.pw");
+    EXPECT_EQ(found("Iceland"), "Iceland.pw") << "a folder is no candidate";
+    folder.write("iceLand.pw", "the only file");
+    folder.write("\xFF.pw", "a name that is no text");
+    EXPECT_EQ(found("Iceland"), "iceLand.pw");
 
     folder.write(std::filesystem::path(u8"\u00C6ther\u20AC.pw"), "beyond ASCII");
     EXPECT_TRUE(exists(setFilePath(folder.path(), "\xC6ther\x80", kCardFileExtension)));
-    EXPECT_TRUE(exists(setFilePath(folder.path(), "\xC6THER\x80", kCardFileExtension)));
+    EXPECT_TRUE(exists(setFilePath(folder.path(), "\xE6THER\x80", kCardFileExtension)));
     EXPECT_FALSE(readCardPools(setFilePath(folder.path() / "x", "../Ice", kCardFileExtension)));
 }
 
@@ -77,26 +82,35 @@ TEST(CardPools, RefuseEveryDamage) {
              {"too few different", header(0, 0, 2) + fox + fox + end()},
              {"257 of a mark", many(257)},
              {"separator in a name", header(0, 0, 1) + fox + record("A|B", "-") + end()},
+             {"token of one character", header(0, 0, 1) + fox + record("A", "-", "") + end()},
              {"terminator in a name", header(0, 0, 1) + fox + record("A~B", "-") + end()},
          }) {
         EXPECT_FALSE(readCardPools(folder.write("a.pw", bytes))) << fault;
     }
+    const auto huge = folder.write("a.pw", many(20));
+    resize_file(huge, std::uintmax_t{65} * 1024 * 1024);
+    EXPECT_FALSE(readCardPools(huge));
+    EXPECT_EQ(scanForCard(huge, "Card 1")->rarity, "");
     EXPECT_FALSE(readCardPools(folder.path() / "none.pw"));
     EXPECT_FALSE(readCardPools(folder.path()));
 }
 
-TEST(CardFile, CutAtEveryByteIsDamagedAndNeverReadPast) {
+TEST(CardFile, CutAtEveryByteIsNeverReadPastAndDamagedWithoutTheMarkOfItsEnd) {
     const TempFolder folder;
     const std::string whole =
         header(0, 0, 1) + record("Fox", "-") + record("Owl", ".", "U", "A \xE9") + end();
     ASSERT_TRUE(readCardPools(folder.write("a.pw", whole)));
+    const std::size_t afterMark = whole.size() - end().size() + number16(3).size() + 3 + 3;
     for (std::size_t length = 0; length < whole.size(); ++length) {
         const auto file = folder.write("a.pw", whole.substr(0, length));
-        EXPECT_FALSE(readCardPools(file)) << length;
+        EXPECT_EQ(readCardPools(file).has_value(), length >= afterMark) << length;
         const auto card = scanForCard(file, "None");
         ASSERT_TRUE(card) << length;
-        EXPECT_EQ(card->rarity, "") << length;
+        EXPECT_EQ(card->rarity, length >= afterMark ? "." : "") << length;
     }
+    const auto cut =
+        scanForCard(folder.write("a.pw", whole.substr(0, 6 + 5 + 3 + 3 + 4 + 3)), "Fox");
+    EXPECT_EQ(cut->name + cut->rarity + cut->color + cut->cost + cut->type, "Fox-U1U");
 }
 
 TEST(CardScan, FindsTheCardElseTheEndElseTheDamage) {
@@ -128,7 +142,7 @@ TEST(OrderFile, IsReadLineByLineWhateverItsLineEnds) {
     const TempFolder folder;
     const std::string body = list('U', 21, 7) + list('R', 22, 7) + "GLast  one";
     for (const std::string& text :
-         {"1,3,0\n21,22,1\n" + body, "1 3  0 \n 21, 22 ,1\n" + body + "\nBehind\n",
+         {"1,3,0\n21,22,1\n" + body, "01 3  0 \n 21, 22 ,1\n" + body + "\nBehind\n",
           "1\n3\n0\n21\n22\n1\n" + body + "\n"}) {
         const auto order = readOrderFile(folder.write("a.ord", text));
         ASSERT_TRUE(order) << text.substr(0, 20);
@@ -158,6 +172,7 @@ TEST(OrderFile, RefusesWhatCannotBeDealtFrom) {
              {"too few lines", "1,0,0\n22,0,0\n" + full},
              {"length beyond all", "1,0,0\n2000000000,0,0\n" + full},
              {"too few different", "8,0,0\n21,0,0\n" + list('U', 21, 7)},
+             {"card of one character", "1,0,0\n22,0,0\n" + full + "U\n"},
              {"separator in a card", "1,0,0\n22,0,0\n" + full + "UA|B\n"},
          }) {
         EXPECT_FALSE(readOrderFile(folder.write("a.ord", text))) << fault;
