@@ -206,6 +206,10 @@ bool RochesterFlow::lost(std::size_t position) const {
     return host_.dropped(table_.socketAt[position]);
 }
 
+int RochesterFlow::turnPosition() const {
+    return phase_ == Phase::Turns ? rochOrder_[static_cast<std::size_t>(rochTurn_)] - 1 : -1;
+}
+
 int RochesterFlow::answers() const {
     return phase_ == Phase::Review || phase_ == Phase::Pause
                ? static_cast<int>(std::count(answered_.begin(), answered_.end(), true))
@@ -217,8 +221,7 @@ void RochesterFlow::onRandomsTick() {
     if (phase_ != Phase::Turns || busy_) {
         return;
     }
-    const auto position =
-        static_cast<std::size_t>(rochOrder_[static_cast<std::size_t>(rochTurn_)] - 1);
+    const auto position = static_cast<std::size_t>(turnPosition());
     if (!lost(position)) {
         return;
     }

@@ -37,6 +37,7 @@ public:
     int rochSet() const { return rochSet_; }      // 1 to packCount
     int rochCards() const { return rochCards_; }  // 0 to 15
     int rochTurn() const { return rochTurn_; }    // 0 to rochCards
+    int turnPosition() const;                     // the table position on turn; -1 between turns
     int answers() const;                          // answers in the review or pause under way
 
 private:

@@ -62,7 +62,7 @@ Counts playDraft(DraftParty& party) {
                 leaver.client().lstPack->count() == kCards - 5) {
                 party.leave(kLeaver);
             }
-            party.pickOnce();
+            party.actOnce();
             server.tmrRandoms_Timer();
             return false;
         },
@@ -118,11 +118,7 @@ TEST(BoosterDraft, EightPlayWhileOneLeavesAndSevenSaveTheirDecks) {
     party.start();
 
     const Counts dealt = playDraft(party);
-    EXPECT_TRUE(spinUntil([&] {
-        return std::all_of(party.players().begin(), party.players().end(), [](const auto& player) {
-            return player->gone || player->program.isVisible(FormId::DeckBuild);
-        });
-    }));
+    EXPECT_TRUE(spinUntil([&] { return party.allBuildDecks(); }));
     expectEveryCardInOnePlace(party, dealt);
 
     const QTemporaryDir decks;
@@ -161,7 +157,7 @@ TEST(BoosterDraft, PlayersChatFromJoiningToTheDeckBuilder) {
     party.start();
     ASSERT_TRUE(spinUntil(
         [&] {
-            party.pickOnce();
+            party.actOnce();
             return party.host().program.isVisible(FormId::DeckBuild) &&
                    party.player(1).program.isVisible(FormId::DeckBuild);
         },

@@ -2,11 +2,13 @@
 
 #include "client/cardlist.h"
 #include "deck/dirlistbox.h"
+#include "engine/samplefiles.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
@@ -65,6 +67,16 @@ CardFolder::CardFolder() : before_(QDir::currentPath()) {
     QDir::setCurrent(folder_.path());
 }
 
+CardFolder::CardFolder(int rares, int uncommons, int commons)
+    : before_(QDir::currentPath()), setNames_{u"Tiny"_s} {
+    QFile file(folder_.filePath(u"Tiny.pw"_s));
+    const std::string bytes =
+        sample::header(rares, uncommons, commons) + sample::wholeSet().substr(6);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray::fromStdString(bytes));
+    QDir::setCurrent(folder_.path());
+}
+
 CardFolder::~CardFolder() {
     QDir::setCurrent(before_);
 }
@@ -73,8 +85,8 @@ Player::Player(int number)
     : name(u"Player "_s + QString::number(number)),
       program(settingsFolder.filePath(u"Packwise.ini"_s), static_cast<std::uint64_t>(number)) {}
 
-DraftParty::DraftParty(int players, const QStringList& sets, int packs)
-    : packs_(packs), sets_(sets), port_(freePort()) {
+DraftParty::DraftParty(int players, const QStringList& sets, int packs, const DraftChoices& choices)
+    : packs_(packs), choices_(choices), sets_(sets), port_(freePort()) {
     for (int i = 0; i < players; ++i) {
         players_.push_back(std::make_unique<Player>(i));
     }
@@ -92,6 +104,10 @@ bool DraftParty::join() {
     for (int i = 0; i < packs_; ++i) {
         console.cboPack.at(static_cast<std::size_t>(i))->setCurrentText(sets_.at(i % sets_.size()));
     }
+    (choices_.rochester ? console.optRochester : console.optBooster)->click();
+    console.chkTimed->setChecked(choices_.timed);
+    console.chkFixSeats->setChecked(choices_.fixSeats);
+    console.chkHalt->setChecked(choices_.halt);
     console.txtPort->setText(QString::number(port_));
     console.txtName->setText(host().name);
     QTest::mouseClick(console.cmdOpenPort, Qt::LeftButton);
@@ -118,15 +134,42 @@ void DraftParty::start() {
     QTest::mouseClick(server().cmdStart, Qt::LeftButton);
 }
 
-void DraftParty::pickOnce() {
-    for (const auto& player : players_) {
-        if (player->mayPick()) {
-            ListBox& pack = *player->client().lstPack;
-            pack.setCurrentRow(pack.count() / 2);
-            QTest::mouseClick(player->client().cmdDraft, Qt::LeftButton);
+bool DraftParty::act(Player& player) {
+    FrmClient& client = player.client();
+    if (player.mayPick()) {
+        client.lstPack->setCurrentRow(client.lstPack->count() / 2);
+        QTest::mouseClick(client.cmdDraft, Qt::LeftButton);
+        return true;
+    }
+    if (!player.gone && client.tmrReview->isActive()) {
+        while (client.tmrReview->isActive()) {
+            client.tmrReview_Timer();
         }
+        return true;
+    }
+    if (!player.gone && client.cmdOK->isVisible()) {
+        QTest::mouseClick(client.cmdOK, Qt::LeftButton);
+        return true;
+    }
+    return false;
+}
+
+void DraftParty::actOnce() {
+    for (const auto& player : players_) {
+        act(*player);
     }
     QCoreApplication::processEvents();
+}
+
+void DraftParty::lose(int seatIndex) {
+    player(seatIndex).client().wskClient->close();
+    player(seatIndex).gone = true;
+}
+
+bool DraftParty::allBuildDecks() const {
+    return std::all_of(players_.begin(), players_.end(), [](const auto& player) {
+        return player->gone || player->program.isVisible(FormId::DeckBuild);
+    });
 }
 
 void DraftParty::leave(int seatIndex) {

@@ -20,10 +20,12 @@ bool spinUntil(const std::function<bool()>& condition, int milliseconds = 5000);
 // A port below 10000 that nobody listens on.
 quint16 freePort();
 
-// A folder with the card data of the sample sets, the current directory for as long as it lives.
+// A folder with card data, the current directory for as long as it lives.
 class CardFolder {
 public:
-    CardFolder();
+    CardFolder();  // the sample sets
+    // One set, "Tiny", of that many rares, uncommons and commons a pack.
+    CardFolder(int rares, int uncommons, int commons);
     ~CardFolder();
     const QStringList& setNames() const { return setNames_; }  // display names
 
@@ -47,11 +49,18 @@ struct Player {
     bool mayPick() { return !gone && client().cmdDraft->isEnabled(); }
 };
 
+struct DraftChoices {
+    bool rochester = false;
+    bool timed = false;  // Rochester; 5 seconds a pick
+    bool fixSeats = false;
+    bool halt = false;
+};
+
 class DraftParty {
 public:
     // The host opens the port and plays along; the others connect one after the other, so that
     // player i sits on seat index i. Each pack's set is chosen in turn from `sets`.
-    DraftParty(int players, const QStringList& sets, int packs);
+    DraftParty(int players, const QStringList& sets, int packs, const DraftChoices& choices = {});
 
     bool join();  // false when somebody does not get to the table
 
@@ -62,8 +71,18 @@ public:
 
     void start();
 
-    // Every player who may pick takes a card; then the event loop runs once.
-    void pickOnce();
+    // Every player who may pick takes a card, whoever's review runs lets it run out, and whoever
+    // is asked for OK presses it; then the event loop runs once.
+    void actOnce();
+
+    // The same for one player. True when there was something to do.
+    static bool act(Player& player);
+
+    // The player's connection goes without a word.
+    void lose(int seatIndex);
+
+    // Whether everybody who is still there has the deck builder on the screen.
+    bool allBuildDecks() const;
 
     // The player leaves by the close box of the draft window.
     void leave(int seatIndex);
@@ -74,6 +93,7 @@ public:
 
 private:
     int packs_;
+    DraftChoices choices_;
     QStringList sets_;
     quint16 port_;
     std::vector<std::unique_ptr<Player>> players_;

@@ -1,0 +1,248 @@
+// A player is lost at every kind of moment of both formats: the others reach the end, waiting one
+// tick at the most for each thing that the lost seat owes them, or are sent home with "Halt on
+// drop".
+#include "app/draftparty.h"
+#include "client/cardlist.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+constexpr int kPlayers = 3;
+constexpr int kPacks = 3;
+constexpr int kCards = 3;
+
+// Looked at whenever nothing is under way; true when the player of the seat index is to be lost.
+using Moment = bool (*)(DraftParty&, int seat);
+
+struct Case {
+    const char* name;
+    bool rochester;
+    bool fixSeats;
+    Moment moment;
+};
+
+int cardsLeft(DraftParty& party) {
+    return party.server().rochester().rochCards() - party.server().rochester().rochTurn();
+}
+
+bool otherMayPick(DraftParty& party, int seat) {
+    for (int other = 0; other < kPlayers; ++other) {
+        if (other != seat && party.player(other).mayPick()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+const Case kCases[] = {
+    {"while the seats are fixed", true, true,
+     [](DraftParty& party, int) { return party.host().program.isVisible(FormId::FixSeats); }},
+    {"review", true, false,
+     [](DraftParty& party, int seat) { return party.player(seat).client().tmrReview->isActive(); }},
+    {"own turn", true, false,
+     [](DraftParty& party, int seat) { return party.player(seat).mayPick(); }},
+    {"another's turn", true, false,
+     [](DraftParty& party, int seat) { return otherMayPick(party, seat); }},
+    {"pause", true, false,
+     [](DraftParty& party, int seat) { return party.player(seat).client().cmdOK->isVisible(); }},
+    {"last pick of a pack", true, false,
+     [](DraftParty& party, int) {
+         return cardsLeft(party) == 1 && party.server().table().roundNo == 2;
+     }},
+    {"last pick of the draft", true, false,
+     [](DraftParty& party, int) {
+         return cardsLeft(party) == 1 && party.server().table().roundNo == kPlayers &&
+                party.server().rochester().rochSet() == kPacks;
+     }},
+    {"while the seats are fixed, Booster", false, true,
+     [](DraftParty& party, int) { return party.host().program.isVisible(FormId::FixSeats); }},
+    {"before the pick", false, false,
+     [](DraftParty& party, int seat) { return party.player(seat).mayPick(); }},
+    {"after the pick", false, false,
+     [](DraftParty& party, int seat) {
+         const FrmClient& client = party.player(seat).client();
+         return client.lstPickedNS->count() == 1 && !client.cmdDraft->isEnabled();
+     }},
+    {"last pick of a round", false, false,
+     [](DraftParty& party, int seat) {
+         return party.player(seat).mayPick() && party.player(seat).client().lstPack->count() == 1;
+     }},
+};
+
+class LossTable {
+public:
+    LossTable(const Case& c, int seat, bool halt)
+        : case_(c),
+          seat_(seat),
+          party_(kPlayers, cards_.setNames(), kPacks,
+                 {.rochester = c.rochester, .fixSeats = c.fixSeats, .halt = halt}) {}
+
+    // Plays until the draft is over or stopped.
+    void play(bool halt) {
+        ASSERT_TRUE(party_.join());
+        if (halt && case_.fixSeats) {
+            party_.host().script.expect(u"No valid connections"_s);
+        }
+        party_.start();
+        bool lost = false;
+        int ticks = 0;
+        ASSERT_TRUE(spinUntil([&] {
+            server().tmrRandoms->stop();  // its ticks are ours
+            if (server().draftState == "O" || (lost && halt && everybodySentHome())) {
+                return true;
+            }
+            if (!lost && case_.moment(party_, seat_)) {
+                party_.lose(seat_);
+                lost = true;
+            } else if (!actOneByOne() && lost && !halt && waitsForTheLost()) {
+                server().tmrRandoms_Timer();
+                ++ticks;
+            }
+            return false;
+        })) << "round "
+            << server().table().roundNo;
+        EXPECT_TRUE(lost);
+        if (!halt) {
+            EXPECT_LE(ticks, kPacks * kPlayers * kCards);
+        }
+    }
+
+    void expectEnd(bool halt) {
+        const QString name = party_.player(seat_).name;
+        EXPECT_EQ(server().lstNames->text(seat_), u" "_s);
+        for (int other = 0; other < kPlayers; ++other) {
+            if (other == seat_) {
+                continue;
+            }
+            Player& player = party_.player(other);
+            if (halt) {
+                EXPECT_EQ(player.client().lblStatus->text(), u"Connection closed"_s);
+                EXPECT_FALSE(player.program.isVisible(FormId::DeckBuild));
+            } else {
+                EXPECT_TRUE(spinUntil([&] { return player.program.isVisible(FormId::DeckBuild); }));
+                // Who has left a draft stays listed on the other screens.
+                EXPECT_EQ(player.program.frmMessage->lstNames->text(seat_), name);
+                EXPECT_EQ(player.program.frmSecurity->lstNames->text(seat_), name);
+                EXPECT_EQ(player.client().lstPickedNS->count(), picksOfEach());
+            }
+        }
+        EXPECT_EQ(server().draftState, halt ? "D" : "O");
+    }
+
+private:
+    FrmServer& server() { return party_.server(); }
+
+    static int picksOfEach() { return kPacks * kCards; }  // with as many cards as seats
+
+    // One player acts at a time, so that every moment comes up.
+    bool actOneByOne() {
+        if (case_.fixSeats && party_.host().program.isVisible(FormId::FixSeats)) {
+            if (server().dropped.at(static_cast<std::size_t>(seat_ + 1))) {
+                QTest::mouseClick(party_.host().program.frmFixSeats->cmdOK, Qt::LeftButton);
+            }
+            return true;
+        }
+        for (const auto& player : party_.players()) {
+            if (DraftParty::act(*player)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    bool waitsForTheLost() {
+        const int position = server().table().positionOfSocket(seat_ + 1);
+        if (!server().dropped.at(static_cast<std::size_t>(seat_ + 1)) || position < 0) {
+            return false;
+        }
+        if (case_.rochester) {
+            return server().rochester().turnPosition() == position;
+        }
+        for (int other = 0; other < kPlayers; ++other) {
+            if (other != position && !server().booster().seatPicked(other)) {
+                return false;
+            }
+        }
+        return server().booster().running() && !server().booster().seatPicked(position);
+    }
+
+    bool everybodySentHome() {
+        for (int other = 0; other < kPlayers; ++other) {
+            if (!party_.player(other).gone &&
+                party_.player(other).client().wskClient->state() != Socket::Closed) {
+                return false;
+            }
+        }
+        return !party_.host().program.isVisible(FormId::FixSeats);
+    }
+
+    const Case& case_;
+    int seat_;
+    CardFolder cards_{1, 1, 1};
+    DraftParty party_;
+};
+
+class LossesWithAndWithoutHalt : public testing::TestWithParam<bool> {};
+
+TEST_P(LossesWithAndWithoutHalt, AtNoMomentMakeTheOthersWait) {
+    const bool halt = GetParam();
+    for (const Case& c : kCases) {
+        for (int seat = 0; seat < kPlayers; ++seat) {
+            SCOPED_TRACE(std::string(c.name) + ", seat " + std::to_string(seat));
+            LossTable table(c, seat, halt);
+            ASSERT_NO_FATAL_FAILURE(table.play(halt));
+            table.expectEnd(halt);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(HaltOnDrop, LossesWithAndWithoutHalt, testing::Bool());
+
+TEST(Losses, BeforeTheStartFreesTheSeatForGood) {
+    for (const bool rochester : {false, true}) {
+        const CardFolder cards(1, 1, 1);
+        DraftParty party(kPlayers, cards.setNames(), kPacks, {.rochester = rochester});
+        ASSERT_TRUE(party.join());
+        const ListBox& seen = *party.player(2).program.frmMessage->lstNames;
+        ASSERT_TRUE(spinUntil([&] { return seen.text(1) == party.player(1).name; }));
+        party.lose(1);
+        ASSERT_TRUE(spinUntil([&] { return seen.text(1) == u" "_s; }));
+        EXPECT_EQ(party.player(2).program.frmSecurity->lstNames->text(1), u" "_s);
+        party.start();
+        EXPECT_EQ(party.server().table().playerCount, 2);
+        EXPECT_TRUE(spinUntil([&] {
+            party.actOnce();
+            return party.allBuildDecks();
+        }));
+    }
+}
+
+// Several at once, the host's own client among them: the one who is left still gets everything.
+TEST(Losses, AllButOneAtOnceStillReachTheEnd) {
+    for (const bool rochester : {false, true}) {
+        const CardFolder cards(1, 1, 1);
+        DraftParty party(kPlayers, cards.setNames(), kPacks, {.rochester = rochester});
+        ASSERT_TRUE(party.join());
+        party.start();
+        ASSERT_TRUE(spinUntil([&] { return party.player(2).client().lstPack->count() == kCards; }));
+        party.lose(0);
+        party.lose(1);
+        EXPECT_TRUE(spinUntil([&] {
+            party.actOnce();
+            party.server().tmrRandoms_Timer();
+            return party.allBuildDecks();
+        }));
+        EXPECT_EQ(party.player(2).client().lstPickedNS->count(), kPacks * kCards);
+    }
+}
+
+}  // namespace
+}  // namespace packwise
