@@ -9,7 +9,7 @@ namespace {
 
 struct Cost {
     int total = 0;
-    std::array<int, kColors> pips{};
+    std::array<int, kManaColors> pips{};
 };
 
 void countSymbol(std::string_view symbol, Cost& cost) {
@@ -102,7 +102,7 @@ CardFacts factsOf(std::string_view token, const CardRecord* record) {
     } else if (letter == 'A' || letter == 'L') {
         card.pips = {};
     } else {
-        for (std::size_t color = 0; color < kColors; ++color) {
+        for (std::size_t color = 0; color < kManaColors; ++color) {
             if (!hasPips) {
                 card.pips[color] = 1;
             }

@@ -12,11 +12,11 @@ namespace packwise {
 
 // The five colours, in the order in which land is named: black, blue, green, red, white.
 inline constexpr std::string_view kColorLetters = "BUGRW";
-inline constexpr std::size_t kColors = kColorLetters.size();
+inline constexpr std::size_t kManaColors = kColorLetters.size();
 
 // A set of colours; bit i stands for kColorLetters[i].
 using ColorSet = unsigned;
-inline constexpr ColorSet kAllColors = (1U << kColors) - 1;
+inline constexpr ColorSet kAllColors = (1U << kManaColors) - 1;
 
 constexpr ColorSet colorBit(std::size_t color) {
     return 1U << color;
@@ -32,7 +32,7 @@ struct CardFacts {
     std::string name;     // without the colour letter
     ColorSet colors = 0;  // what it takes to play it; none for what anybody can play, all five
                           // for a card of several colours whose cost is not known
-    std::array<int, kColors> pips{};  // symbols of each colour in the cost; 1 where unknown
+    std::array<int, kManaColors> pips{};  // symbols of each colour in the cost; 1 where unknown
     Rarity rarity = Rarity::Unknown;
     CardKind kind = CardKind::Unknown;
     std::optional<int> cost;  // total mana, an X counted as nothing

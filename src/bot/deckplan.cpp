@@ -90,8 +90,8 @@ std::pair<std::size_t, double> yieldOf(const std::vector<CardFacts>& picks, Colo
 ColorSet bestColors(const std::vector<CardFacts>& picks) {
     ColorSet best = 0;
     std::pair<std::size_t, double> bestYield{0, -1.0};
-    for (std::size_t one = 0; one < kColors; ++one) {
-        for (std::size_t two = one + 1; two < kColors; ++two) {
+    for (std::size_t one = 0; one < kManaColors; ++one) {
+        for (std::size_t two = one + 1; two < kManaColors; ++two) {
             const ColorSet colors = colorBit(one) | colorBit(two);
             if (const auto yield = yieldOf(picks, colors); yield > bestYield) {
                 best = colors;
@@ -103,9 +103,9 @@ ColorSet bestColors(const std::vector<CardFacts>& picks) {
 }
 
 // How many of `count` lands each colour gets by its weight, at least one where there is a weight.
-std::array<int, kColors> share(const std::array<int, kColors>& weights, int count) {
+std::array<int, kManaColors> share(const std::array<int, kManaColors>& weights, int count) {
     const int sum = std::accumulate(weights.begin(), weights.end(), 0);
-    std::array<int, kColors> lands{};
+    std::array<int, kManaColors> lands{};
     for (int given = 0; given < count; ++given) {
         // The colour that is furthest behind its due of the lands given with this one.
         const auto behind = [&](std::size_t color) {
@@ -114,7 +114,7 @@ std::array<int, kColors> share(const std::array<int, kColors>& weights, int coun
                        : static_cast<double>(weights[color]) * count / sum - lands[color];
         };
         std::size_t next = 0;
-        for (std::size_t color = 1; color < kColors; ++color) {
+        for (std::size_t color = 1; color < kManaColors; ++color) {
             if (behind(color) > behind(next)) {
                 next = color;
             }
@@ -124,19 +124,19 @@ std::array<int, kColors> share(const std::array<int, kColors>& weights, int coun
     return lands;
 }
 
-std::array<int, kColors> landWeights(const std::vector<CardFacts>& picks, const Rows& spells,
-                                     ColorSet colors) {
-    std::array<int, kColors> weights{};
+std::array<int, kManaColors> landWeights(const std::vector<CardFacts>& picks, const Rows& spells,
+                                         ColorSet colors) {
+    std::array<int, kManaColors> weights{};
     for (const std::size_t row : spells) {
         // A card that takes all five colours is there for want of better; land will not play it.
         if (picks[row].colors != kAllColors) {
-            for (std::size_t color = 0; color < kColors; ++color) {
+            for (std::size_t color = 0; color < kManaColors; ++color) {
                 weights[color] += picks[row].pips[color];
             }
         }
     }
     if (std::all_of(weights.begin(), weights.end(), [](int weight) { return weight == 0; })) {
-        for (std::size_t color = 0; color < kColors; ++color) {
+        for (std::size_t color = 0; color < kManaColors; ++color) {
             weights[color] = colors & colorBit(color) ? 1 : 0;
         }
     }
@@ -167,9 +167,9 @@ DeckPlan planDeck(const std::vector<CardFacts>& picks) {
     for (const std::size_t row : spells) {
         plan.deck.push_back(picks[row].name);
     }
-    const std::array<int, kColors> lands =
+    const std::array<int, kManaColors> lands =
         share(landWeights(picks, spells, plan.colors), kDeckSize - static_cast<int>(spells.size()));
-    for (std::size_t color = 0; color < kColors; ++color) {
+    for (std::size_t color = 0; color < kManaColors; ++color) {
         plan.deck.insert(plan.deck.end(), static_cast<std::size_t>(lands[color]),
                          kBasicLands[color]);
     }

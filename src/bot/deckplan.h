@@ -13,8 +13,8 @@ inline constexpr int kDeckSize = 40;
 inline constexpr int kSpells = 23;
 
 // The free lands, by colour in the order of kColorLetters.
-inline constexpr std::array<const char*, kColors> kBasicLands = {"Swamp", "Island", "Forest",
-                                                                 "Mountain", "Plains"};
+inline constexpr std::array<const char*, kManaColors> kBasicLands = {"Swamp", "Island", "Forest",
+                                                                     "Mountain", "Plains"};
 
 struct DeckPlan {
     ColorSet colors = 0;                 // the deck's two colours

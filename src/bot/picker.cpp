@@ -34,7 +34,7 @@ std::size_t Picker::choose(const std::vector<CardFacts>& pack) {
 void Picker::take(const CardFacts& card) {
     ++taken_;
     const int colors = std::popcount(card.colors);
-    for (std::size_t color = 0; color < kColors; ++color) {
+    for (std::size_t color = 0; color < kManaColors; ++color) {
         if (card.colors & colorBit(color)) {
             strength_[color] += worthOf(card) / colors;
         }
@@ -42,7 +42,7 @@ void Picker::take(const CardFacts& card) {
 }
 
 ColorSet Picker::favored() const {
-    std::array<std::size_t, kColors> order;
+    std::array<std::size_t, kManaColors> order;
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return strength_[a] > strength_[b]; });
@@ -63,7 +63,7 @@ double Picker::rate(const CardFacts& card) {
     const double strongest = *std::max_element(strength_.begin(), strength_.end());
     if (strongest > 0) {
         double weakest = strongest;  // of the card's colours
-        for (std::size_t color = 0; color < kColors; ++color) {
+        for (std::size_t color = 0; color < kManaColors; ++color) {
             if (card.colors & colorBit(color)) {
                 weakest = std::min(weakest, strength_[color]);
             }

@@ -34,7 +34,7 @@ private:
     std::mt19937_64 random_;
     int draftLength_ = 45;
     int taken_ = 0;
-    std::array<double, kColors> strength_{};  // worth of the picks in each colour
+    std::array<double, kManaColors> strength_{};  // worth of the picks in each colour
 };
 
 }  // namespace packwise

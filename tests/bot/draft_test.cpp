@@ -23,7 +23,7 @@ std::string colorfulSet() {
     std::string bytes = sample::header(1, 3, 11);
     for (const auto& [mark, cards] : {std::pair('+', 25), std::pair('=', 40), std::pair('-', 80)}) {
         for (int i = 0; i < cards; ++i) {
-            const std::string color(1, kColorLetters[static_cast<std::size_t>(i) % kColors]);
+            const std::string color(1, kColorLetters[static_cast<std::size_t>(i) % kManaColors]);
             const std::string cost = std::to_string(i % 6) + color;
             for (const std::string& text :
                  {sample::nameOf(mark, i), std::string(1, mark), color, cost,
@@ -136,7 +136,7 @@ TEST(WholeDraft, EndsWithADeckForEachPlayerInBothFormats) {
                     ++spells;
                     placed.insert(name);
                     const int number = std::stoi(name.substr(name.rfind(' ')));
-                    colors.insert(kColorLetters[static_cast<std::size_t>(number) % kColors]);
+                    colors.insert(kColorLetters[static_cast<std::size_t>(number) % kManaColors]);
                 }
             }
             placed.insert(link->sideboard.begin(), link->sideboard.end());

@@ -22,7 +22,7 @@ TEST(CardFacts, ReadCostsAsTheyAreWritten) {
         const char* cost;
         int total;
         ColorSet colors;
-        std::array<int, kColors> pips;  // B U G R W
+        std::array<int, kManaColors> pips;  // B U G R W
     };
     for (const Case& c :
          {Case{'U', "2UU", 4, 0b00010, {0, 2, 0, 0, 0}},
@@ -76,7 +76,7 @@ TEST(DeckPlan, HoldsFortyCardsWhateverWasPicked) {
         const char* what;
         std::vector<std::pair<char, int>> picks;  // letter and number of cards
         int spells;
-        std::array<int, kColors> lands;  // B U G R W
+        std::array<int, kManaColors> lands;  // B U G R W
     };
     for (const Case& c : {
              Case{"two colours", {{'B', 12}, {'U', 12}, {'R', 21}}, 23, {9, 8, 0, 0, 0}},
@@ -103,7 +103,7 @@ TEST(DeckPlan, HoldsFortyCardsWhateverWasPicked) {
             picked.insert(pick.name);
         }
         EXPECT_EQ(placed, picked) << c.what;
-        for (std::size_t color = 0; color < kColors; ++color) {
+        for (std::size_t color = 0; color < kManaColors; ++color) {
             EXPECT_EQ(count(plan.deck, kBasicLands[color]), c.lands[color])
                 << c.what << ' ' << kBasicLands[color];
         }
