@@ -61,12 +61,4 @@ void CardList::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void CardList::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        ListBox::mouseDoubleClickEvent(event);
-    } else {
-        mousePressEvent(event);
-    }
-}
-
 }  // namespace packwise

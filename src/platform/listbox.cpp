@@ -109,6 +109,14 @@ void ListBox::mousePressEvent(QMouseEvent* event) {
     Q_EMIT mouseDown(event->button());
 }
 
+void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        QListWidget::mouseDoubleClickEvent(event);
+    } else {
+        mousePressEvent(event);
+    }
+}
+
 void ListBox::mouseMoveEvent(QMouseEvent* event) {
     QListWidget::mouseMoveEvent(event);
     if (event->buttons() != Qt::NoButton) {
