@@ -124,8 +124,7 @@ void Program::closeConnection() {
 }
 
 void Program::showCard(const QString& name, const QStringList& sets, int left, int top) {
-    frmCard->setLeftTwips(left);
-    frmCard->setTopTwips(top);
+    frmCard->placeAt(left, top);
     frmCard->Card(name, sets);
 }
 

@@ -12,7 +12,9 @@
 #include <QMouseEvent>
 #include <QScreen>
 
+#include <algorithm>
 #include <filesystem>
+#include <limits>
 
 namespace packwise {
 
@@ -28,6 +30,23 @@ constexpr int kTextSize = 10;  // pixels
 constexpr int kStrengthSize = 16;
 
 const CardRecord kNoRecord{"END", ".", "", "", "", "", ""};
+
+// The part of the screen that windows may use.
+QRect screenNearestTo(const QPoint& point) {
+    QRect nearest;
+    int least = std::numeric_limits<int>::max();
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->geometry();
+        const QPoint inside(std::clamp(point.x(), area.left(), area.right()),
+                            std::clamp(point.y(), area.top(), area.bottom()));
+        const int distance = (point - inside).manhattanLength();
+        if (distance < least) {
+            least = distance;
+            nearest = screen->availableGeometry();
+        }
+    }
+    return nearest;
+}
 
 QString rarityText(const std::string& mark) {
     if (mark == "-") {
@@ -106,7 +125,6 @@ void FrmCard::layOut() {
 }
 
 void FrmCard::Card(const QString& name, const QStringList& sets) {
-    moveIntoView();
     show();
     raise();
     lblName->setText(u"Scanning..."_s);
@@ -125,6 +143,7 @@ void FrmCard::Card(const QString& name, const QStringList& sets) {
             scanForCard(setFilePath(folder, toBytes(set), kCardFileExtension), wanted)
                 .value_or(kNoRecord);
         showRecord(name, record);
+        repaint();
         if (record.name == wanted) {
             return;
         }
@@ -145,23 +164,16 @@ void FrmCard::showRecord(const QString& name, const CardRecord& record) {
         if (record.rarity != ".") {
             lblRarity->setText(rarityText(record.rarity));
         }
-    }
-    if (record.name == "END") {
-        lblText->setText(u"Card not found"_s);
+        if (record.name == "END") {
+            lblText->setText(u"Card not found"_s);
+        }
     }
 }
 
-void FrmCard::moveIntoView() {
-    const QPoint besideCaller = pos() - QPoint(toPixels(kCallerGap) + 10, -10);
-    const QScreen* screen = QGuiApplication::screenAt(besideCaller);
-    if (!screen) {
-        screen = QGuiApplication::primaryScreen();
-    }
-    if (!screen) {
-        return;
-    }
-    const QRect space = screen->availableGeometry();
-    QRect place(pos(), size());
+void FrmCard::placeAt(int left, int top) {
+    QRect place(QPoint(toPixels(left), toPixels(top)), size());
+    const QPoint onCaller = place.topLeft() - QPoint(toPixels(kCallerGap) + 10, -10);
+    const QRect space = screenNearestTo(onCaller);
     place.moveRight(std::min(place.right(), space.right()));
     place.moveBottom(std::min(place.bottom(), space.bottom()));
     place.moveLeft(std::max(place.left(), space.left()));

@@ -29,10 +29,13 @@ public:
     QLabel* lblPT;
     QLabel* lblRarity;
 
+    // Places the window beside its caller, at `left` and `top` in twips, or as near to that as
+    // keeps all of it on the caller's screen.
+    void placeAt(int left, int top);
+
     // Shows the card of that name (without colour code) from the first of the sets that holds it.
-    // `sets` are display names in draft order; empty ones are passed over. The caller has placed
-    // the window beside itself; it is moved into view where there is no room. The event loop does
-    // not run in the meantime.
+    // `sets` are display names in draft order; empty ones are passed over. The event loop does not
+    // run in the meantime.
     void Card(const QString& name, const QStringList& sets);
 
     void Form_MouseDown();
@@ -42,7 +45,6 @@ protected:
 
 private:
     void layOut();
-    void moveIntoView();
     void showRecord(const QString& name, const CardRecord& record);
 };
 

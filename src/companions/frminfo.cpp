@@ -63,7 +63,6 @@ FrmInfo::FrmInfo(Shell&)
     setPalette(paper);
     layOut();
     lblSiteLink->setCursor(Qt::PointingHandCursor);
-    lblSiteLink->installEventFilter(this);
 }
 
 QLabel* FrmInfo::addLabel(const QString& name, const QString& text) {
@@ -71,6 +70,7 @@ QLabel* FrmInfo::addLabel(const QString& name, const QString& text) {
     nameControl(*label, name);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
+    label->installEventFilter(this);
     return label;
 }
 
@@ -130,20 +130,62 @@ void FrmInfo::hideEvent(QHideEvent* event) {
 }
 
 bool FrmInfo::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == lblSiteLink && event->type() == QEvent::MouseButtonPress) {
-        lblSiteLink_MouseDown();
-        return true;
+    const bool isPress = event->type() == QEvent::MouseButtonPress;
+    if (!isPress && event->type() != QEvent::MouseButtonRelease) {
+        return Form::eventFilter(watched, event);
     }
-    return Form::eventFilter(watched, event);
+    struct Handler {
+        QLabel* label;
+        void (FrmInfo::*mouseDown)();
+        void (FrmInfo::*click)();
+    };
+    const Handler handlers[] = {{lblPackwise, &FrmInfo::lblPackwise_MouseDown, nullptr},
+                                {lblVersion, &FrmInfo::lblVersion_MouseDown, nullptr},
+                                {lblStuff, nullptr, &FrmInfo::lblStuff_Click},
+                                {Label1, nullptr, &FrmInfo::Label1_Click},
+                                {Label2, nullptr, &FrmInfo::Label2_Click},
+                                {lblSiteLink, &FrmInfo::lblSiteLink_MouseDown, nullptr}};
+    for (const Handler& one : handlers) {
+        if (watched != one.label) {
+            continue;
+        }
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        const bool isOver = one.label->rect().contains(mouse->position().toPoint());
+        const auto handle = isPress ? one.mouseDown : one.click;
+        if (handle && isOver) {
+            (this->*handle)();
+        }
+    }
+    // A press that went on to the window would be one on its background.
+    return true;
 }
 
-// The other labels let every press through to the window.
 void FrmInfo::mousePressEvent(QMouseEvent* event) {
     event->accept();
     Form_MouseDown();
 }
 
 void FrmInfo::Form_MouseDown() {
+    hide();
+}
+
+void FrmInfo::lblPackwise_MouseDown() {
+    hide();
+}
+
+void FrmInfo::lblVersion_MouseDown() {
+    hide();
+}
+
+void FrmInfo::lblStuff_Click() {
+    hide();
+}
+
+void FrmInfo::Label1_Click() {
+    hide();
+}
+
+void FrmInfo::Label2_Click() {
     hide();
 }
 

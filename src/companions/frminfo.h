@@ -1,5 +1,5 @@
-// About: what the program is, and the address of its web page. A press of the mouse anywhere but on
-// the address closes it.
+// About: what the program is, and the address of its web page. A press of the mouse closes it, on
+// the smaller texts a whole click; a press on the address opens the page.
 #pragma once
 
 #include "common/shell.h"
@@ -27,6 +27,11 @@ public:
     void showModally();
 
     void Form_MouseDown();
+    void lblPackwise_MouseDown();
+    void lblVersion_MouseDown();
+    void lblStuff_Click();
+    void Label1_Click();
+    void Label2_Click();
     void lblSiteLink_MouseDown();
 
 Q_SIGNALS:

@@ -8,8 +8,10 @@
 #include "platform/twips.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTextDocument>
@@ -37,6 +39,9 @@ constexpr int kLeastChars = 32;
 constexpr int kSmallestFont = 8;  // pixels
 constexpr int kLargestFont = 16;
 constexpr int kMostStretch = 110;  // percent
+
+// What goes out at once, in characters. The server lets go of a player whose message has no end.
+constexpr int kMostTextSent = 1000;
 
 const QString kActionPrefix = u"/me "_s;
 
@@ -122,12 +127,24 @@ void FrmMessage::chooseFonts() {
 void FrmMessage::Form_Load() {
     loaded_ = true;
     forgetLines();
+    txtSend->setEnabled(true);
     int width = kLeastWidth;
     int height = kLeastHeight;
     readNumberPair(setting::messageSize.read(shell_.settings()), width, height);
-    setSizeTwips(std::clamp(width, kLeastWidth, 60000), std::clamp(height, kLeastHeight, 60000));
+    setSizeTwips(std::max(width, kLeastWidth), std::max(height, kLeastHeight));
     restorePlace(setting::messagePlace.read(shell_.settings()));
+    fitIntoScreen();
     Form_Resize();
+}
+
+// The size may have been stored on a larger screen.
+void FrmMessage::fitIntoScreen() {
+    const QScreen* found = QGuiApplication::screenAt(pos());
+    const QScreen* screen = found ? found : QGuiApplication::primaryScreen();
+    if (screen) {
+        const QSize frame(toPixels(kFrameWidth), toPixels(kAboveAndFrame - kSendHeight));
+        resize(size().boundedTo(screen->availableSize() - frame));
+    }
 }
 
 void FrmMessage::forgetLines() {
@@ -230,7 +247,7 @@ void FrmMessage::send() {
             return;
         }
     } else {
-        client_.send("MESG" + toBytes(text) + kTerminator);
+        client_.send("MESG" + toBytes(text.left(kMostTextSent)) + kTerminator);
     }
     txtSend->clear();
     txtSend->setFocus();

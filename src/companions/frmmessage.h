@@ -45,6 +45,7 @@ private:
     void chooseFonts();
     void forgetLines();
     void addLine(std::string_view line);
+    void fitIntoScreen();
     void removeLineBreaks();
     void send();
 

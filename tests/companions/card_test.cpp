@@ -56,6 +56,7 @@ TEST_F(CardPopup, ShowsTheFirstSetThatHoldsTheCard) {
     const std::string night = record("Nightfall", "-", "fall");
     write(u"Cut.pw"_s, record("Bat", "-", "bat") + night.substr(0, night.size() - 10));
     write(u"Endless.pw"_s, record("Bat", "-", "bat"));
+    write(u"Torn.pw"_s, record("END", "?", "torn"));
     write(u"Long.pw"_s, record("Bat", "-", "bat") + "\xFF\xFFNight");
     struct Case {
         QStringList sets;
@@ -79,6 +80,7 @@ TEST_F(CardPopup, ShowsTheFirstSetThatHoldsTheCard) {
         {{u"Endless"_s}, u"Night"_s, u"Error in datafile"_s, u"ice night"_s, u"Common"_s},
         {{u"Long"_s}, u"Night"_s, u"Error in datafile"_s, u"ice night"_s, u"Common"_s},
         {{u"Cut"_s, u"Alliances"_s}, u"Night"_s, u"Night"_s, u"other night"_s, u"Rare"_s},
+        {{u"Torn"_s}, u"Night"_s, u"Error in datafile"_s, u"other night"_s, u"Rare"_s},
         {{}, u"Night"_s, u"Scanning..."_s, u"other night"_s, u"Rare"_s}};
     for (const Case& one : cases) {
         window.hide();
@@ -111,8 +113,7 @@ TEST_F(CardPopup, APressAnywhereClosesIt) {
 TEST_F(CardPopup, IsMovedIntoView) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     for (const QPoint place : {screen.topRight(), screen.bottomLeft(), QPoint(-5000, 5000)}) {
-        window.move(place);
-        window.Card(u"Night"_s, {});
+        window.placeAt(place.x() * 15, place.y() * 15);
         EXPECT_TRUE(screen.contains(window.geometry())) << place.x() << ' ' << place.y();
     }
 }

@@ -4,7 +4,9 @@
 #include "support/fakeshell.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -108,6 +110,8 @@ TEST_F(Chat, EnterSendsTheLineWithTheSpeaker) {
         EXPECT_EQ(window.focusWidget(), window.txtSend);
     }
     EXPECT_EQ(window.lstMessage->count(), 0) << "the line comes back from the server";
+    // A paste that would fill the wire.
+    EXPECT_EQ(sendLine(QString(70000, u'x')), "MESG<Fox> " + std::string(994, 'x') + "~");
     for (const QString& key : {u"a"_s, u"\u4E2D"_s, u"b"_s}) {
         QTest::sendKeyEvent(QTest::Click, window.txtSend, Qt::Key_unknown, key, Qt::NoModifier);
     }
@@ -143,7 +147,9 @@ TEST_F(Chat, StaysDuringADraftAndComesBackEmptyAfterIt) {
     EXPECT_TRUE(window.closeByUser());
     EXPECT_FALSE(window.isVisible());
     setting::messageSize.write(shell.settings(), u"7500 3000"_s);
+    window.txtSend->setEnabled(false);
     window.Receive("new");
+    EXPECT_TRUE(window.txtSend->isEnabled());
     EXPECT_TRUE(window.isVisible());
     EXPECT_THAT(lines(), ElementsAre("new"));
     EXPECT_EQ(window.lstNames->texts(), QStringList(8, u" "_s));
@@ -151,11 +157,14 @@ TEST_F(Chat, StaysDuringADraftAndComesBackEmptyAfterIt) {
 }
 
 TEST(ChatSize, TakesAnyStoredText) {
-    const std::tuple<QString, int, int> cases[] = {{u"nonsense"_s, 5895, 2385},
-                                                   {u"7500"_s, 7500, 2385},
-                                                   {u"7500 x"_s, 7500, 2385},
-                                                   {u"1 2"_s, 5895, 2385},
-                                                   {u"7500 3000"_s, 7500, 3000}};
+    const QSize space = QGuiApplication::primaryScreen()->availableSize();
+    const std::tuple<QString, int, int> cases[] = {
+        {u"nonsense"_s, 5895, 2385},
+        {u"7500"_s, 7500, 2385},
+        {u"7500 x"_s, 7500, 2385},
+        {u"1 2"_s, 5895, 2385},
+        {u"900000 60000"_s, space.width() * 15, space.height() * 15},
+        {u"7500 3000"_s, 7500, 3000}};
     for (const auto& [stored, width, height] : cases) {
         FakeShell shell;
         FakeClient client;
