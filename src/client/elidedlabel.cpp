@@ -43,8 +43,8 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && shownText() != text()) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(text()),
-                           this);
+        const QString whole = toolTip().isEmpty() ? text() : text() + u": " + toolTip();
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(whole), this);
         return true;
     }
     return QLabel::event(event);

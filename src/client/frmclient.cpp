@@ -8,6 +8,7 @@
 #include "platform/twips.h"
 
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -45,8 +46,8 @@ FrmClient::FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBui
     cmdDraft->setEnabled(false);
     colorPack(shade::black);
     chkInfo->setChecked(setting::showInfo.readInt(shell_.settings()) != 0);
-    restorePlace(setting::clientPlace.read(shell_.settings()));
     setSizeTwips(kSmallWidth, kSmallHeight);
+    restorePlace(setting::clientPlace.read(shell_.settings()));
     tmrMisc->start();
 }
 
@@ -84,13 +85,10 @@ void FrmClient::wskClient_DataArrival() {
         if (shell_.ended()) {
             return;
         }
-        if (wskClient->state() == Socket::Closed) {
-            // What stands behind a goodbye would light a dead link.
-            received_.clear();
-            return;
-        }
     }
-    if (received_.overflowed()) {
+    if (wskClient->state() == Socket::Closed) {
+        received_.clear();
+    } else if (received_.overflowed()) {
         wskClient_Close();
     }
 }
@@ -109,6 +107,14 @@ void FrmClient::wskClient_Error() {
     wskClient->close();
     shell_.boxes().show(this, Box{u"Connection error!"_s, u"Packwise 1.41"_s});
     shell_.end();
+}
+
+void FrmClient::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        hideCard();
+    } else {
+        Form::keyPressEvent(event);
+    }
 }
 
 void FrmClient::tmrMisc_Timer() {

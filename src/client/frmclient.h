@@ -118,6 +118,8 @@ public:
 
 protected:
     bool queryUnload(UnloadMode mode) override;
+    // Escape closes the card popup.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     using Handler = void (FrmClient::*)(std::string_view body);
@@ -161,9 +163,12 @@ private:
     void onSnow(std::string_view body);
     void onCode(std::string_view body);
 
+    // Red whatever is asked for while the socket is closed.
     void setLight(const QColor& color);
     void describeSeat(std::size_t position);
     void colorSeat(std::size_t position, const QColor& color);
+    // Only a name that is lit reads in full colour; `state` tells the same in words.
+    void lightNameR(std::size_t position, bool lit, const QString& state);
     void disableNamesR();
     void addHistory(const QString& line);
     int tick() const;  // the number that lblTick shows
@@ -177,6 +182,7 @@ private:
     void allowPick();
     // Takes a row out of the pack and closes up what stands beside it.
     void removePackRow(int row);
+    void describeDot(std::size_t row, const QString& color);
     void filePick(std::size_t color, const std::string& name);
     void RebuildPicked();
     void describeBars();

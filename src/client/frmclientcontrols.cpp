@@ -66,7 +66,7 @@ constexpr std::array<BoosterPlace, kSeats> kBoosterRing{{
 constexpr Place kRoch{0, 3600, 5655, 3135};
 constexpr Place kTick{2640, 1200, 705, 510};
 constexpr Place kHistory{120, 2640, 5535, 480};
-constexpr Place kOk{5265, 3600, 495, 345};
+constexpr Place kOk{5280, 3600, 495, 345};
 constexpr int kRingWidth = 2295;
 constexpr int kLastPickHeight = 285;
 struct RochPlace {
@@ -174,6 +174,7 @@ void FrmClient::makePack(QWidget* draft) {
         Place place = kFirstDot;
         place.top += static_cast<int>(row) * kDotStep;
         shaDot[row] = makeCircle(element(u"shaDot"_s, row), place, draft);
+        shaDot[row]->setAccessibleName(u"Colour of card "_s + QString::number(row + 1));
         shaDot[row]->setBordered(false);
         shaDot[row]->setFilled(false);
         shaDot[row]->setFillColor(shade::noDot);

@@ -41,8 +41,8 @@ std::optional<int> readBetween(std::string_view text, int least, int most) {
 
 // A body that is a seat index or a table position and nothing else.
 std::optional<std::size_t> readPlace(std::string_view text) {
-    const std::optional<int> number = readBetween(text, 0, kSeats - 1);
-    return number ? std::optional(static_cast<std::size_t>(*number)) : std::nullopt;
+    const std::optional<int> digit = text.size() == 1 ? readSeatDigit(text) : std::nullopt;
+    return digit ? std::optional(static_cast<std::size_t>(*digit)) : std::nullopt;
 }
 
 // The card tokens of a pack string; nothing when it is none.
@@ -234,8 +234,6 @@ void FrmClient::onBoos(std::string_view body) {
         return;
     }
     if (!hasFocus_) {
-        // Until a pick takes it off again.
-        setWindowTitle(u"\u25CF Packwise Client"_s);
         QApplication::alert(this);
     }
     if (draftType == 'B') {
@@ -264,7 +262,7 @@ void FrmClient::onTurn(std::string_view body) {
         return;
     }
     disableNamesR();
-    lblNameR[static_cast<std::size_t>(*turn - 1)]->setEnabled(true);
+    lightNameR(static_cast<std::size_t>(*turn - 1), true, u"on turn"_s);
     if (*turn - 1 != myPosition) {
         return;
     }
@@ -324,7 +322,7 @@ void FrmClient::onRpau(std::string_view) {
 
 void FrmClient::onRsta(std::string_view body) {
     if (const std::optional<std::size_t> place = readPlace(body)) {
-        lblNameR[*place]->setEnabled(true);
+        lightNameR(*place, true, u"has finished the review"_s);
     }
 }
 

@@ -29,12 +29,10 @@ constexpr int kLowestBarPress = 120;   // twips
 }  // namespace
 
 void FrmClient::cmdDraft_Click() {
-    setWindowTitle(u"Packwise Client"_s);
     MakePick(false);
 }
 
 void FrmClient::lstPack_DblClick() {
-    setWindowTitle(u"Packwise Client"_s);
     if (cmdDraft->isEnabled()) {
         MakePick(false);
     }
@@ -56,8 +54,7 @@ void FrmClient::chkInfo_Click() {
 }
 
 void FrmClient::placeCard() {
-    frmCard_->setLeftTwips(leftTwips() + kCardLeft);
-    frmCard_->setTopTwips(topTwips());
+    frmCard_->placeAt(leftTwips() + kCardLeft, topTwips());
 }
 
 void FrmClient::showCard(const QString& name) {
@@ -92,7 +89,7 @@ void FrmClient::showPack(const std::vector<std::string>& tokens) {
     for (std::size_t row = 0; row < tokens.size(); ++row) {
         const std::string& token = tokens[row];
         const QString name = fromBytes(std::string_view(token).substr(1));
-        QString spokenColor;
+        QString spokenColor = u"Unknown colour"_s;
         if (const std::optional<int> color = colorIndexOf(token.front())) {
             const CardColor& known = kCardColors[static_cast<std::size_t>(*color)];
             fill = known.dot;
@@ -104,14 +101,19 @@ void FrmClient::showPack(const std::vector<std::string>& tokens) {
         shaDot[row]->setBordered(true);
         shaDot[row]->setFilled(true);
         shaDot[row]->setFillColor(fill);
-        shaDot[row]->setToolTip(spokenColor);
+        describeDot(row, spokenColor);
     }
+}
+
+void FrmClient::describeDot(std::size_t row, const QString& color) {
+    shaDot[row]->setToolTip(color);
+    shaDot[row]->setAccessibleDescription(color);
 }
 
 void FrmClient::removePackRow(int row) {
     for (auto at = static_cast<std::size_t>(row); at + 1 < shaDot.size(); ++at) {
         shaDot[at]->takeLookOf(*shaDot[at + 1]);
-        shaDot[at]->setToolTip(shaDot[at + 1]->toolTip());
+        describeDot(at, shaDot[at + 1]->toolTip());
         Pack[at] = Pack[at + 1];
     }
     lstPack->removeRow(row);

@@ -12,9 +12,9 @@ namespace packwise {
 using namespace Qt::Literals::StringLiterals;
 
 void FrmClient::setLight(const QColor& color) {
-    shaLight->setFillColor(color);
-    const QString state =
-        color == shade::red ? u"No link to the server"_s : u"Linked to the server"_s;
+    const bool linked = color != shade::red && wskClient->state() != Socket::Closed;
+    shaLight->setFillColor(linked ? color : shade::red);
+    const QString state = linked ? u"Linked to the server"_s : u"No link to the server"_s;
     shaLight->setToolTip(state);
     shaLight->setAccessibleDescription(state);
 }
@@ -38,9 +38,16 @@ void FrmClient::describeSeat(std::size_t position) {
     seat->setAccessibleDescription(state);
 }
 
+void FrmClient::lightNameR(std::size_t position, bool lit, const QString& state) {
+    QLabel* name = lblNameR[position];
+    name->setEnabled(lit);
+    name->setToolTip(state);
+    name->setAccessibleDescription(state);
+}
+
 void FrmClient::disableNamesR() {
-    for (QLabel* name : lblNameR) {
-        name->setEnabled(false);
+    for (std::size_t position = 0; position < lblNameR.size(); ++position) {
+        lightNameR(position, false, u"waiting"_s);
     }
 }
 

@@ -106,7 +106,7 @@ void FrmConnect::cmdConnect_Click() {
     if (!nameAccepted()) {
         return;
     }
-    if (txtIP->text().isEmpty()) {
+    if (txtIP->text().trimmed().isEmpty()) {
         shell_.boxes().error(this, u"Server IP address required"_s);
         return;
     }

@@ -32,6 +32,7 @@ TEST(FrmConnect, RefusesWhatCannotBeConnectedWith) {
         {u""_s, u""_s, u"x"_s, u"Name required"_s},
         {u"A~b"_s, u""_s, u"x"_s, u"Character ~ reserved"_s},
         {u"Ann"_s, u""_s, u"x"_s, u"Server IP address required"_s},
+        {u"Ann"_s, u"  "_s, u"x"_s, u"Server IP address required"_s},
         {u"Ann"_s, u"127.0.0.1"_s, u"abc"_s, u"Bad port"_s},
         {u"Ann"_s, u"127.0.0.1"_s, u""_s, u"Bad port"_s},
         {u"Ann"_s, u"127.0.0.1"_s, u"0"_s, u"Bad port"_s},

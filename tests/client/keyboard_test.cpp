@@ -14,7 +14,6 @@ TEST(ClientKeyboard, DraftsWithoutAMouse) {
     client.present();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&client));
     world.tell("BOOSUOne|BTwo|GThree|~");
-    EXPECT_EQ(client.windowTitle(), u"Packwise Client"_s);
     ASSERT_TRUE(client.lstPack->hasFocus());
     QTest::keyClick(client.lstPack, Qt::Key_Return);  // nothing is chosen yet
     EXPECT_EQ(world.server.rest(), "");
@@ -22,9 +21,10 @@ TEST(ClientKeyboard, DraftsWithoutAMouse) {
     EXPECT_EQ(client.lstPack->selectedRow(), 0);
     QTest::keyClick(client.lstPack, Qt::Key_Space);
     EXPECT_EQ(world.frmCard->lblName->text(), u"One"_s);
-    world.frmCard->hide();  // this platform gives it the focus
-    client.activateWindow();
+    client.activateWindow();  // this platform gives the popup the focus
     ASSERT_TRUE(QTest::qWaitForWindowActive(&client));
+    QTest::keyClick(client.lstPack, Qt::Key_Escape);
+    EXPECT_FALSE(world.frmCard.isVisible());
     QTest::keyClick(client.lstPack, Qt::Key_Down);
     QTest::keyClick(client.lstPack, Qt::Key_Return);
     EXPECT_TRUE(world.server.hears("CARDBTwo~BPCKUOne|GThree|~"));

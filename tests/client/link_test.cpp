@@ -1,4 +1,5 @@
 #include "client/clientworld.h"
+#include "common/settings.h"
 
 namespace packwise {
 namespace {
@@ -7,8 +8,10 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(ClientLink, JoinsByteForByteAndAnswers) {
     ClientWorld world;
+    setting::clientPlace.write(world.shell.settings(), u"0 -7500"_s);  // nothing of it is in view
     world.join(5);
     FrmClient& client = world.frmClient();
+    EXPECT_GE(client.leftTwips(), 0);
     EXPECT_EQ(client.lblStatus->text(), u"Connected as 5"_s);
     EXPECT_EQ(client.shaLight->fillColor(), shade::green);
     EXPECT_EQ(client.widthTwips(), 3450);
@@ -66,14 +69,14 @@ TEST(ClientLink, IsClosedByTheServersWord) {
     world.join();
     FrmClient& client = world.frmClient();
     world.tell("MESGhello~");
-    world.server.say("STATlast~CLOS~STATghost~MESGghost~");
+    world.server.say("STATlast~CLOS~MESGgoodbye~HELO1~MESGcut");
     EXPECT_TRUE(world.server.waitClosed());
     EXPECT_EQ(client.wskClient->state(), Socket::Closed);
-    EXPECT_EQ(client.lblStatus->text(), u"Connection closed"_s);
+    EXPECT_EQ(client.lblStatus->text(), u"Connected as 1"_s) << "the arrival is read to its end";
     EXPECT_EQ(client.shaLight->fillColor(), shade::red);
     EXPECT_FALSE(client.tmrMisc->isActive());
     EXPECT_FALSE(world.frmMessage->txtSend->isEnabled());
-    EXPECT_EQ(world.frmMessage->lstMessage->texts(), QStringList{u"hello"_s});
+    EXPECT_EQ(world.frmMessage->lstMessage->texts(), (QStringList{u"hello"_s, u"goodbye"_s}));
     EXPECT_FALSE(world.shell.ended());
 }
 

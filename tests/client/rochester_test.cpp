@@ -78,6 +78,8 @@ TEST(ClientRochester, ReviewsByItsOwnClock) {
         EXPECT_EQ(enabledNames(client), "........");
         world.tell("RSTA1~");
         EXPECT_EQ(enabledNames(client), ".x......");
+        EXPECT_EQ(client.lblNameR[1]->accessibleDescription(), u"has finished the review"_s);
+        EXPECT_EQ(client.lblNameR[0]->accessibleDescription(), u"waiting"_s);
     }
 }
 
