@@ -6,6 +6,7 @@
 #include "platform/twips.h"
 
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 
@@ -91,6 +92,9 @@ void FrmDeckBuild::createControls() {
     }
     chkSnow->setEnabled(false);
     cmdSave->setEnabled(false);
+    // A name would be spoken in place of the number.
+    lblSBCount->setAccessibleDescription(u"Cards in the sideboard"_s);
+    lblDeckCount->setAccessibleDescription(u"Cards in the deck"_s);
     cmdAdd->setToolTip(u"Move the selected cards to the deck"_s);
     cmdTake->setToolTip(u"Move the selected cards back to the sideboard"_s);
     chkSnow->setToolTip(u"Add snow-covered lands"_s);
@@ -105,13 +109,13 @@ void FrmDeckBuild::placeControls() {
     };
     const Place places[] = {
         {Label1, u"Label1", u"", 120, 90, 1500, 270},
-        {lblSBCount, u"lblSBCount", u"Cards in the sideboard", 2310, 90, 600, 270},
+        {lblSBCount, u"lblSBCount", u"", 2310, 90, 600, 270},
         {lstSB, u"lstSB", u"Sideboard", 120, 375, 2790, 4500},
         {cmdTextSB, u"cmdTextSB", u"Text of the sideboard card", 120, 4935, 750, 345},
         {cmdAdd, u"cmdAdd", u"To the deck", 2985, 1950, 405, 405},
         {cmdTake, u"cmdTake", u"To the sideboard", 2985, 2475, 405, 405},
         {lblDeck, u"lblDeck", u"", 3465, 90, 1500, 270},
-        {lblDeckCount, u"lblDeckCount", u"Cards in the deck", 5655, 90, 600, 270},
+        {lblDeckCount, u"lblDeckCount", u"", 5655, 90, 600, 270},
         {lstDeck, u"lstDeck", u"Deck", 3465, 375, 2790, 4500},
         {cmdTextDeck, u"cmdTextDeck", u"Text of the deck card", 3465, 4935, 750, 345},
         {lblLand, u"lblLand", u"", 120, 5430, 1500, 270},
@@ -132,11 +136,11 @@ void FrmDeckBuild::placeControls() {
 
 void FrmDeckBuild::connectControls() {
     connect(cmdAdd, &QPushButton::clicked, this, &FrmDeckBuild::cmdAdd_Click);
-    connect(lstSB, &QListWidget::itemDoubleClicked, this, &FrmDeckBuild::AddCards);
-    connect(lstSB, &ListBox::enterPressed, this, &FrmDeckBuild::AddCards);
+    connect(lstSB, &QListWidget::itemDoubleClicked, this, &FrmDeckBuild::lstSB_DblClick);
+    connect(lstSB, &ListBox::enterPressed, this, &FrmDeckBuild::lstSB_DblClick);
     connect(cmdTake, &QPushButton::clicked, this, &FrmDeckBuild::cmdTake_Click);
-    connect(lstDeck, &QListWidget::itemDoubleClicked, this, &FrmDeckBuild::TakeCards);
-    connect(lstDeck, &ListBox::enterPressed, this, &FrmDeckBuild::TakeCards);
+    connect(lstDeck, &QListWidget::itemDoubleClicked, this, &FrmDeckBuild::lstDeck_DblClick);
+    connect(lstDeck, &ListBox::enterPressed, this, &FrmDeckBuild::lstDeck_DblClick);
     connect(cmdTextSB, &QPushButton::clicked, this, &FrmDeckBuild::cmdTextSB_Click);
     connect(cmdTextDeck, &QPushButton::clicked, this, &FrmDeckBuild::cmdTextDeck_Click);
     for (std::size_t land = 0; land < cmdLand.size(); ++land) {
@@ -179,6 +183,14 @@ void FrmDeckBuild::setPack(int num, const std::string& pack) {
     if (num >= 0 && num < static_cast<int>(Packs.size())) {
         Packs[static_cast<std::size_t>(num)] = fromBytes(pack);
     }
+}
+
+void FrmDeckBuild::lstSB_DblClick() {
+    AddCards();
+}
+
+void FrmDeckBuild::lstDeck_DblClick() {
+    TakeCards();
 }
 
 void FrmDeckBuild::cmdAdd_Click() {
@@ -307,6 +319,14 @@ void FrmDeckBuild::showText(const ListBox& list) {
     repaint();  // the scan holds the thread
     link_.showCard(name, QStringList(Packs.begin(), Packs.end()),
                    leftTwips() + kCaptionedWidth + kCardGap, topTwips());
+}
+
+void FrmDeckBuild::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        link_.hideCard();
+    } else {
+        Form::keyPressEvent(event);
+    }
 }
 
 bool FrmDeckBuild::queryUnload(UnloadMode mode) {

@@ -57,6 +57,8 @@ public:
     // The display name of pack `num`, 0 to 5, in bytes.
     void setPack(int num, const std::string& pack);
 
+    void lstSB_DblClick();
+    void lstDeck_DblClick();
     void cmdAdd_Click();
     void cmdTake_Click();
     void cmdLand_Click(int index);  // 0 to 4
@@ -70,6 +72,8 @@ public:
 
 protected:
     bool queryUnload(UnloadMode mode) override;
+    // Escape closes the card popup.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void createControls();

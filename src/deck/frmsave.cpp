@@ -121,18 +121,19 @@ void FrmSave::flbFile_Click() {
 
 void FrmSave::cmdOK_Click() {
     setting::savePath.write(shell_.settings(), dlbDir->path());
+    Q_EMIT leaving();
     hide();
     Q_EMIT okPressed();
 }
 
 void FrmSave::cmdCancel_Click() {
+    Q_EMIT leaving();
     hide();
     Q_EMIT cancelled();
 }
 
 bool FrmSave::queryUnload(UnloadMode) {
-    hide();
-    Q_EMIT cancelled();
+    cmdCancel_Click();
     return true;
 }
 

@@ -34,6 +34,8 @@ public:
     void cmdCancel_Click();
 
 Q_SIGNALS:
+    // The window is about to hide: what stands behind it must be ready to take the focus.
+    void leaving();
     // The window is hidden by then.
     void okPressed();
     void cancelled();  // also by the close box

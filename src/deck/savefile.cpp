@@ -40,14 +40,9 @@ void FrmDeckBuild::cmdSave_Click() {
     FrmSave& save = save_();
     if (!followsSave_) {
         followsSave_ = true;
-        connect(&save, &FrmSave::okPressed, this, [this] {
-            setEnabled(true);
-            SaveFile();
-        });
-        connect(&save, &FrmSave::cancelled, this, [this] {
-            setEnabled(true);
-            activateWindow();
-        });
+        connect(&save, &FrmSave::leaving, this, [this] { setEnabled(true); });
+        connect(&save, &FrmSave::okPressed, this, &FrmDeckBuild::SaveFile);
+        connect(&save, &FrmSave::cancelled, this, [this] { activateWindow(); });
         save.move(geometry().center() - save.rect().center());
     }
     setEnabled(false);

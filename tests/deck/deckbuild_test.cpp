@@ -47,6 +47,9 @@ TEST_F(DeckBuilder, MovesAllSelectedCardsAndNothingElse) {
     EXPECT_EQ(window.lblSBCount->text(), u"3"_s);
     EXPECT_EQ(window.lblDeckCount->text(), u"3"_s);
     const QRect row = window.lstSB->visualItemRect(window.lstSB->item(rowOf(window.lstSB, u"B"_s)));
+    QTest::mouseClick(window.lstSB->viewport(), Qt::RightButton, {}, row.center());
+    QTest::mouseDClick(window.lstSB->viewport(), Qt::RightButton, {}, row.center());
+    EXPECT_EQ(window.lstDeck->count(), 3) << "only the left button moves";
     QTest::mouseClick(window.lstSB->viewport(), Qt::LeftButton, {}, row.center());
     QTest::mouseDClick(window.lstSB->viewport(), Qt::LeftButton, {}, row.center());
     EXPECT_EQ(window.lstDeck->texts().join(u""_s), u"ADFB"_s);
@@ -184,6 +187,8 @@ TEST_F(DeckBuilder, TextButtonsShowTheCurrentCard) {
     window.cmdTextDeck->click();
     EXPECT_EQ(link.shown,
               QStringList({u"Night"_s, u"Snow-Covered Swamp"_s, u"Snow-Covered Swamp"_s}));
+    QTest::keyClick(window.lstDeck, Qt::Key_Escape);
+    EXPECT_EQ(link.hidden, 1);
     EXPECT_EQ(link.lastSets, QStringList({u"Ice Age"_s, u""_s, u"Café"_s, u""_s, u""_s, u""_s}));
     EXPECT_EQ(link.place,
               std::pair(window.leftTwips() + window.widthTwips() + 240, window.topTwips()));

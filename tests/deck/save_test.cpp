@@ -111,7 +111,13 @@ TEST_F(SaveAs, EveryWayBackEnablesTheBuilder) {
                                           [this] { QTest::keyClick(&save(), Qt::Key_Escape); }};
     for (const auto& way : ways) {
         save->txtSaveName->setText(u"kept"_s);
+        bool enabledFirst = false;
+        const auto connection = QObject::connect(&save(), &FrmSave::leaving, [&] {
+            enabledFirst = window.isEnabled() && save->isVisible();
+        });
         way();
+        QObject::disconnect(connection);
+        EXPECT_TRUE(enabledFirst) << "the focus would go to some other window";
         EXPECT_TRUE(window.isEnabled());
         EXPECT_FALSE(save->isVisible());
         EXPECT_EQ(save->txtSaveName->text(), u"kept"_s);
