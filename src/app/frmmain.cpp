@@ -27,17 +27,20 @@ FrmMain::FrmMain(Shell& shell)
         return button;
     };
     const auto inColumn = [](int row) {
-        return rectFromTwips(0, row * kButtonHeight, kWidth, kButtonHeight);
+        // Up to the next one's pixel, so that rounding leaves no gap between them.
+        const int top = toPixels(row * kButtonHeight);
+        return QRect(0, top, toPixels(kWidth), toPixels((row + 1) * kButtonHeight) - top);
     };
     cmdDummy = makeButton(u"cmdDummy"_s, QString(), rectFromTwips(2520, 1080, 255, 255));
     cmdClient = makeButton(u"cmdClient"_s, u"&connect to a draft"_s, inColumn(0));
     cmdServer = makeButton(u"cmdServer"_s, u"&start a draft"_s, inColumn(1));
     cmdAbout = makeButton(u"cmdAbout"_s, u"&about Packwise"_s, inColumn(2));
+    cmdDummy->setAccessibleName(u"Join or host a draft"_s);
     cmdDummy->setFocus();
 
-    connect(cmdClient, &QPushButton::clicked, this, &FrmMain::clientWanted);
-    connect(cmdServer, &QPushButton::clicked, this, &FrmMain::serverWanted);
-    connect(cmdAbout, &QPushButton::clicked, this, &FrmMain::aboutWanted);
+    connect(cmdClient, &QPushButton::clicked, this, &FrmMain::cmdClient_Click);
+    connect(cmdServer, &QPushButton::clicked, this, &FrmMain::cmdServer_Click);
+    connect(cmdAbout, &QPushButton::clicked, this, &FrmMain::cmdAbout_Click);
 }
 
 bool FrmMain::queryUnload(UnloadMode) {

@@ -19,6 +19,10 @@ public:
     QPushButton* cmdServer;
     QPushButton* cmdAbout;
 
+    void cmdClient_Click() { Q_EMIT clientWanted(); }
+    void cmdServer_Click() { Q_EMIT serverWanted(); }
+    void cmdAbout_Click() { Q_EMIT aboutWanted(); }
+
 Q_SIGNALS:
     void clientWanted();
     void serverWanted();

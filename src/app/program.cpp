@@ -69,12 +69,15 @@ bool Program::isVisible(FormId form) const {
 }
 
 void Program::saveForms() {
-    setting::serverPlace.write(settings_, frmServer->place());
-    setting::clientPlace.write(settings_, frmClient->place());
-    setting::messagePlace.write(settings_, frmMessage->place());
-    setting::messageSize.write(settings_, QString::number(frmMessage->widthTwips()) + u' ' +
-                                              QString::number(frmMessage->heightTwips()));
-    setting::securityPlace.write(settings_, frmSecurity->place());
+    const QString messageSize = frmMessage->wasShown()
+                                    ? QString::number(frmMessage->widthTwips()) + u' ' +
+                                          QString::number(frmMessage->heightTwips())
+                                    : setting::messageSize.read(settings_);
+    settings_.write({setting::serverPlace.entry(frmServer->place()),
+                     setting::clientPlace.entry(frmClient->place()),
+                     setting::messagePlace.entry(frmMessage->place()),
+                     setting::messageSize.entry(messageSize),
+                     setting::securityPlace.entry(frmSecurity->place())});
 }
 
 void Program::end() {

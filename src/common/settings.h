@@ -19,9 +19,12 @@ struct Key {
     }
     // The value as a whole number; 0 for a text that is none.
     int readInt(const SettingsStore& store) const { return read(store).toInt(); }
-    void write(SettingsStore& store, const QString& value) const {
-        store.write(QString::fromUtf16(section), QString::fromUtf16(key), value);
+    void write(SettingsStore& store, const QString& value) const { store.write({entry(value)}); }
+    // For a write of several values in one go.
+    SettingsStore::Entry entry(const QString& value) const {
+        return {QString::fromUtf16(section), QString::fromUtf16(key), value};
     }
+    SettingsStore::Entry entry(int value) const { return entry(QString::number(value)); }
     void write(SettingsStore& store, int value) const { write(store, QString::number(value)); }
 };
 

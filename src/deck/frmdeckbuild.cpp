@@ -54,7 +54,7 @@ void keepPlace(ListBox& list, int row) {
 }  // namespace
 
 FrmDeckBuild::FrmDeckBuild(Shell& shell, Lazy<FrmSave>& save, DeckLink& link)
-    : Form(u"frmDeckBuild"_s, u"Build Deck"_s, FormBorder::Fixed),
+    : Form(u"frmDeckBuild"_s, u"Build Deck"_s, FormBorder::Dialog),
       shell_(shell),
       save_(save),
       link_(link) {

@@ -36,7 +36,7 @@ QStringList mountedVolumes() {
 }  // namespace
 
 FrmSave::FrmSave(Shell& shell)
-    : Form(u"frmSave"_s, u"Save As"_s, FormBorder::Fixed),
+    : Form(u"frmSave"_s, u"Save As"_s, FormBorder::Dialog),
       dlbDrive(new QComboBox(this)),
       dlbDir(new DirListBox(this)),
       flbFile(new ListBox(this)),

@@ -20,6 +20,7 @@ struct Frame {
 constexpr Frame frameOf(FormBorder border) {
     switch (border) {
         case FormBorder::Fixed:
+        case FormBorder::Dialog:
             return {90, 330};
         case FormBorder::Sizable:
             return {120, 405};
@@ -33,8 +34,9 @@ Qt::WindowFlags flagsOf(FormBorder border) {
     if (border == FormBorder::None) {
         return Qt::Window | Qt::FramelessWindowHint;
     }
-    return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-           Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint;
+    const Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    return border == FormBorder::Dialog ? flags : flags | Qt::WindowMinimizeButtonHint;
 }
 
 bool readWhole(QStringView text, int& number) {
@@ -120,16 +122,20 @@ void Form::setClientSizeTwips(int width, int height) {
 void Form::restorePlace(const QString& stored) {
     int top = topTwips();
     int left = leftTwips();
-    if (readNumberPair(stored, top, left) == 0) {
-        return;
+    if (readNumberPair(stored, top, left) > 0) {
+        const QPoint target(toPixels(left), toPixels(top));
+        if (isOnSomeScreen(QRect(target, size()))) {
+            move(target);
+        }
     }
-    const QPoint target(toPixels(left), toPixels(top));
-    if (isOnSomeScreen(QRect(target, size()))) {
-        move(target);
-    }
+    storedPlace_ = stored;
+    restoredTo_ = pos();
 }
 
 QString Form::place() const {
+    if (storedPlace_ && !wasShown_ && pos() == restoredTo_) {
+        return *storedPlace_;
+    }
     return QString::number(topTwips()) + u' ' + QString::number(leftTwips());
 }
 
@@ -159,6 +165,11 @@ void Form::closeEvent(QCloseEvent* event) {
     } else {
         event->ignore();
     }
+}
+
+void Form::showEvent(QShowEvent* event) {
+    wasShown_ = true;
+    QWidget::showEvent(event);
 }
 
 void Form::changeEvent(QEvent* event) {

@@ -2,8 +2,11 @@
 // close that may be refused. Closing hides a window; it is never destroyed before the program.
 #pragma once
 
+#include <QPoint>
 #include <QString>
 #include <QWidget>
+
+#include <optional>
 
 namespace packwise {
 
@@ -12,7 +15,8 @@ enum class UnloadMode { User = 0, Code = 1 };
 
 // The border decides what the nominal frame takes of a window's width and height. Sizes in twips
 // are told with that frame, so that they mean the same under every window manager.
-enum class FormBorder { Fixed, Sizable, None };
+// No border has a maximise box; a dialog has no minimise box either.
+enum class FormBorder { Fixed, Dialog, Sizable, None };
 
 class Form : public QWidget {
     Q_OBJECT
@@ -34,8 +38,11 @@ public:
     // Takes a stored place, "top left" in twips. A part that is no number ends the reading: the
     // top may then be set already. A place that is on no screen is not used.
     void restorePlace(const QString& stored);
-    // The place as restorePlace() takes it.
+    // The place as restorePlace() takes it. A window that has been neither shown nor moved gives
+    // back what was stored, to the letter.
     QString place() const;
+    // Whether the window has been on the screen in this run.
+    bool wasShown() const { return wasShown_; }
 
     // Shows the window and brings it to the front.
     void present();
@@ -52,11 +59,15 @@ protected:
     virtual bool queryUnload(UnloadMode mode);
 
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     FormBorder border_;
     bool closingByUser_ = false;
+    bool wasShown_ = false;
+    std::optional<QString> storedPlace_;
+    QPoint restoredTo_;  // where storedPlace_ has put the window
 };
 
 // Reads two numbers split by the first blank, as places and sizes are stored. Gives the count of

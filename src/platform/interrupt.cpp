@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #endif
 
@@ -19,8 +20,10 @@ namespace {
 int pipeEnds[2] = {-1, -1};
 
 extern "C" void onSignal(int) {
+    const int before = errno;
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
+    errno = before;
 }
 
 void handle(int signal, void (*handler)(int)) {

@@ -50,8 +50,14 @@ QString SettingsStore::read(const QString& section, const QString& key,
 }
 
 void SettingsStore::write(const QString& section, const QString& key, const QString& value) {
+    write({{section, key, value}});
+}
+
+void SettingsStore::write(const QList<Entry>& entries) {
     QSettings settings(file_, QSettings::IniFormat);
-    settings.setValue(section + u'/' + key, value);
+    for (const Entry& entry : entries) {
+        settings.setValue(entry.section + u'/' + entry.key, entry.value);
+    }
     settings.sync();
 }
 

@@ -20,6 +20,14 @@ public:
     QString read(const QString& section, const QString& key, const QString& fallback = {}) const;
     void write(const QString& section, const QString& key, const QString& value);
 
+    struct Entry {
+        QString section;
+        QString key;
+        QString value;
+    };
+    // Writes several values with one access to the disk.
+    void write(const QList<Entry>& entries);
+
     // All keys and values of a section in the order of the keys, numbers by their value. Empty
     // when there is no such section.
     QList<std::pair<QString, QString>> readAll(const QString& section) const;

@@ -27,7 +27,7 @@ public:
     QColor borderColor() const { return borderColor_; }
     void setBorderColor(const QColor& color);
 
-    // Takes fill colour, fill and border of another shape.
+    // Takes fill colour, fill and border of another shape; the border keeps its own colour.
     void takeLookOf(const Shape& other);
 
     QSize sizeHint() const override { return {9, 9}; }

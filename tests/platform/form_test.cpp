@@ -50,6 +50,11 @@ TEST(Form, RestoresWhatCanBeReadOfAPlaceAndStaysOnAScreen) {
         form.restorePlace(c.stored);
         EXPECT_EQ(form.leftTwips(), c.left) << c.stored.toStdString();
         EXPECT_NEAR(form.topTwips(), c.top, 8) << c.stored.toStdString();
+        EXPECT_EQ(form.place(), c.stored) << "not shown, so nothing new to store";
+        form.present();
+        EXPECT_NE(form.place(), u"900000 900000"_s);
+        EXPECT_EQ(form.place(),
+                  QString::number(form.topTwips()) + u' ' + QString::number(form.leftTwips()));
     }
 }
 
