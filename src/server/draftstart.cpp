@@ -89,15 +89,17 @@ int FrmServer::chosenPackCount() const {
 }
 
 void FrmServer::storeChoices() {
-    SettingsStore& store = shell_.settings();
-    setting::draftType.write(store, optBooster->isChecked() ? u"B"_s : u"R"_s);
-    setting::timed.write(store, chkTimed->isChecked() ? 1 : 0);
-    setting::time.write(store, vsbSecs->value());
-    setting::fixSeats.write(store, chkFixSeats->isChecked() ? 1 : 0);
-    setting::packCount.write(store, table_.packCount);
+    QList<SettingsStore::Entry> choices = {
+        setting::draftType.entry(optBooster->isChecked() ? u"B"_s : u"R"_s),
+        setting::timed.entry(chkTimed->isChecked() ? 1 : 0),
+        setting::time.entry(vsbSecs->value()),
+        setting::fixSeats.entry(chkFixSeats->isChecked() ? 1 : 0),
+        setting::packCount.entry(table_.packCount),
+    };
     for (std::size_t i = 0; i < cboPack.size(); ++i) {
-        setting::pack[i].write(store, cboPack[i]->currentText());
+        choices.append(setting::pack[i].entry(cboPack[i]->currentText()));
     }
+    shell_.settings().write(choices);
 }
 
 void FrmServer::disableChoices() {

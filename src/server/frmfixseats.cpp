@@ -73,7 +73,7 @@ void FrmFixSeats::clear() {
         label->setBackColor(kUnused);
         label->seatIndex = -1;
     }
-    seatChosen = -1;
+    choose(-1);
 }
 
 void FrmFixSeats::seat(int position, const QString& name, int seatIndex) {
@@ -87,7 +87,7 @@ void FrmFixSeats::seat(int position, const QString& name, int seatIndex) {
 void FrmFixSeats::lblSeat_Click(int index) {
     SeatLabel& clicked = *lblSeat.at(static_cast<std::size_t>(index));
     if (seatChosen < 0) {
-        seatChosen = index;
+        choose(index);
         clicked.setBackColor(kChosen);
         return;
     }
@@ -97,7 +97,14 @@ void FrmFixSeats::lblSeat_Click(int index) {
     clicked.setCaption(name);
     std::swap(chosen.seatIndex, clicked.seatIndex);
     chosen.setBackColor(kPlayer);
-    seatChosen = -1;
+    choose(-1);
+}
+
+void FrmFixSeats::choose(int position) {
+    seatChosen = position;
+    for (int i = 0; i < kSeats; ++i) {
+        lblSeat[static_cast<std::size_t>(i)]->describe(i, i == position);
+    }
 }
 
 void FrmFixSeats::cmdOK_Click() {

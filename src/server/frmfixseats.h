@@ -45,6 +45,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void choose(int position);
+
     Shell& shell_;
 };
 

@@ -1,6 +1,7 @@
 // The console: load, settings, opening the port, closing.
 #include "server/frmserver.h"
 
+#include "common/codepage.h"
 #include "common/settings.h"
 
 #include <QCheckBox>
@@ -24,9 +25,9 @@ namespace {
 
 const QString kProgramTitle = u"Packwise 1.41"_s;
 
-// A set name that could not cross the wire as a field.
+// A set name that could not cross the wire as a field, or not as it is.
 bool breaksMessages(const QString& setName) {
-    return setName.contains(u'~') || setName.contains(u'|');
+    return setName.contains(u'~') || setName.contains(u'|') || !fitsCodePage(setName);
 }
 
 }  // namespace
@@ -229,6 +230,18 @@ bool FrmServer::queryUnload(UnloadMode mode) {
     }
     shell_.end();
     return true;
+}
+
+bool FrmServer::eventFilter(QObject* watched, QEvent* event) {
+    // optRochester and chkReal share a letter: each press of it chooses the next of the two.
+    auto* const button = qobject_cast<QAbstractButton*>(watched);
+    if (button && event->type() == QEvent::Shortcut &&
+        static_cast<QShortcutEvent*>(event)->isAmbiguous()) {
+        button->setFocus(Qt::ShortcutFocusReason);
+        button->click();
+        return true;
+    }
+    return Form::eventFilter(watched, event);
 }
 
 void FrmServer::keyPressEvent(QKeyEvent* event) {

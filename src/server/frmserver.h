@@ -141,6 +141,7 @@ public:
 
 protected:
     bool queryUnload(UnloadMode mode) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

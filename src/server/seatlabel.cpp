@@ -31,6 +31,11 @@ void SeatLabel::setBackColor(const QColor& color) {
     update();
 }
 
+void SeatLabel::describe(int position, bool selected) {
+    const QString place = QStringLiteral("position %1").arg(position + 1);
+    setAccessibleDescription(selected ? place + QStringLiteral(", selected") : place);
+}
+
 void SeatLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::Dark));

@@ -20,6 +20,9 @@ public:
     const QColor& backColor() const { return backColor_; }
     void setBackColor(const QColor& color);
 
+    // What a screen reader tells of the label: its table position, 0 to 7, and its being selected.
+    void describe(int position, bool selected);
+
     // The player's seat index, or -1.
     int seatIndex = -1;
 

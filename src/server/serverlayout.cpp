@@ -14,6 +14,8 @@
 #include <QRadioButton>
 #include <QScrollBar>
 
+#include <span>
+
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
@@ -65,6 +67,7 @@ void FrmServer::makeControls() {
     txtPort->setText(u"5252"_s);
     lblPortQ->setBuddy(txtPort);
     cmdOpenPort = make<QPushButton>(this, u"cmdOpenPort"_s, u"&Listen"_s);
+    cmdOpenPort->setDefault(true);
     chkClient = make<QCheckBox>(this, u"chkClient"_s, u"Run &Client :"_s);
     chkClient->setChecked(true);
     txtName = makeTextBox(this, u"txtName"_s, u"Name"_s, 12);
@@ -74,6 +77,7 @@ void FrmServer::makeControls() {
     cmdStart = make<QPushButton>(this, u"cmdStart"_s, u"Start Draft"_s);
     cmdStart->setEnabled(false);
     Image1 = make<QLabel>(this, u"Image1"_s, {});
+    Image1->setAccessibleName(u"Packwise"_s);
     Image1->setPixmap(windowIcon().pixmap(32, 32));
     // Enter presses the button that has the focus before the window's default one.
     for (QPushButton* button : findChildren<QPushButton*>()) {
@@ -129,7 +133,7 @@ void FrmServer::makeSeatControls() {
     for (int i = 0; i < kSeats; ++i) {
         lstNames->item(i)->setSizeHint(QSize(1, toPixels(kNameStep)));
         auto* light = new Shape(ShapeKind::Circle, this);
-        light->setObjectName(u"shaLight(%1)"_s.arg(i));
+        nameControl(*light, u"shaLight(%1)"_s.arg(i), u"Light of player %1"_s.arg(i + 1));
         light->setFillColor(QColor(255, 0, 0));
         light->hide();
         shaLight[static_cast<std::size_t>(i)] = light;
@@ -147,8 +151,7 @@ void FrmServer::makeSeatControls() {
 
 void FrmServer::placeControls() {
     setClientSizeTwips(kClientWidth, kClientHeight);
-    const Placing table[] = {
-        // In the window.
+    const Placing inWindow[] = {
         {lblPortQ, 180, 180, 510, 390},
         {txtPort, 735, 180, 840, 390},
         {cmdOpenPort, 1740, 180, 1380, 390},
@@ -164,17 +167,18 @@ void FrmServer::placeControls() {
         {chkHalt, 5250, 4080, 3210, 330},
         {chkSilence, 5250, 4440, 3210, 330},
         {cmdStart, 5250, 5610, 3210, 720},
-        // In fraDraft.
-        {optBooster, 180, 390, 1800, 330},
-        {optRochester, 180, 765, 1800, 330},
-        {chkTimed, 2280, 390, 1200, 330},
-        {lblSecs, 2280, 765, 1050, 330},
-        {vsbSecs, 3600, 390, 300, 1440},
-        {chkFixSeats, 180, 1140, 1950, 330},
+    };
+    const Placing inFraDraft[] = {
+        {optBooster, 180, 390, 1800, 330}, {optRochester, 180, 765, 1800, 330},
+        {chkTimed, 2280, 390, 1200, 330},  {lblSecs, 2280, 765, 1050, 330},
+        {vsbSecs, 3600, 390, 300, 1440},   {chkFixSeats, 180, 1140, 1950, 330},
         {chkReal, 180, 1515, 1950, 330},
     };
-    for (const Placing& row : table) {
-        row.control->setGeometry(rectFromTwips(row.left, row.top, row.width, row.height));
+    for (const std::span<const Placing> table :
+         {std::span<const Placing>(inWindow), std::span<const Placing>(inFraDraft)}) {
+        for (const Placing& row : table) {
+            row.control->setGeometry(rectFromTwips(row.left, row.top, row.width, row.height));
+        }
     }
     for (int i = 0; i < kSeats; ++i) {
         const int middle = kNameTop + 15 + i * kNameStep + kNameStep / 2;
@@ -224,6 +228,8 @@ void FrmServer::connectControls() {
     connect(cmdStart, &QPushButton::clicked, this, &FrmServer::cmdStart_Click);
     connect(cmdKick, &QPushButton::clicked, this, &FrmServer::cmdKick_Click);
     connect(cmdPing, &QPushButton::clicked, this, &FrmServer::cmdPing_Click);
+    optRochester->installEventFilter(this);
+    chkReal->installEventFilter(this);
     connect(chkClient, &QCheckBox::toggled, this, &FrmServer::chkClient_Click);
     connect(chkHalt, &QCheckBox::toggled, this, &FrmServer::chkHalt_Click);
     connect(chkReal, &QCheckBox::toggled, this, &FrmServer::chkReal_Click);

@@ -18,6 +18,9 @@ TEST(Program, TheStartWindowLeadsToOneOfTwoWindowsAndIsGone) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
     EXPECT_TRUE(main.cmdDummy->hasFocus());
     EXPECT_FALSE(main.rect().intersects(main.cmdDummy->geometry()));
+    EXPECT_EQ(main.cmdClient->geometry().bottom() + 1, main.cmdServer->y());
+    EXPECT_EQ(main.cmdServer->geometry().bottom() + 1, main.cmdAbout->y());
+    EXPECT_EQ(main.cmdAbout->geometry().bottom() + 1, main.height());
     QTest::keyClick(main.windowHandle(), Qt::Key_C, Qt::AltModifier);
     EXPECT_TRUE(spinUntil([&] { return joins.program.isVisible(FormId::Connect); }));
     EXPECT_FALSE(joins.program.isVisible(FormId::Main));
@@ -60,11 +63,11 @@ TEST(Program, ClosingTheStartWindowEndsItAndSavesNoPlaces) {
 
 TEST(Program, SavingKeepsThePlaceOfAWindowThatWasNotShown) {
     Player player(1);
-    player.program.settings().write(u"Forms"_s, u"Server"_s, u"1500 2250"_s);
-    player.program.settings().write(u"Forms"_s, u"MessageSize"_s, u"9000 4500"_s);
+    player.program.settings().write(u"Forms"_s, u"Server"_s, u"1507.5 2251"_s);
+    player.program.settings().write(u"Forms"_s, u"MessageSize"_s, u"9001 4502"_s);
     player.program.saveForms();
-    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"Server"_s), u"1500 2250"_s);
-    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"MessageSize"_s), u"9000 4500"_s);
+    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"Server"_s), u"1507.5 2251"_s);
+    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"MessageSize"_s), u"9001 4502"_s);
     EXPECT_EQ(player.program.settings().readAll(u"Forms"_s).size(), 5);
 }
 

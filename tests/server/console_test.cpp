@@ -12,6 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 TEST(Console, FirstRunShowsTheDefaults) {
     Bench bench;
+    bench.shell.settings().write(u"Sets"_s, u"3"_s, u"\u03A9mega"_s);  // not in the code page
     FrmServer& console = bench.console();
     EXPECT_EQ(console.txtPort->text(), u"5252"_s);
     EXPECT_TRUE(console.optBooster->isChecked());
@@ -102,6 +103,17 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
         EXPECT_FALSE(control->isEnabled());
     }
     EXPECT_TRUE(console.cmdStart->isEnabled());
+}
+
+TEST(Console, TheLetterOfTwoControlsChoosesOneAfterTheOther) {
+    Bench bench;
+    FrmServer& console = bench.console();
+    console.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console));
+    QTest::keyClick(console.windowHandle(), Qt::Key_R, Qt::AltModifier);
+    EXPECT_NE(console.optRochester->isChecked(), console.chkReal->isChecked());
+    QTest::keyClick(console.windowHandle(), Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(console.optRochester->isChecked() && console.chkReal->isChecked());
 }
 
 TEST(Console, ClosingAsksWhileConnectionsAreOpen) {

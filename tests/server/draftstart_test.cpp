@@ -124,6 +124,7 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
 
         QTest::mouseClick(dialog.lblSeat[0], Qt::LeftButton);
         EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 0, 0));
+        EXPECT_EQ(dialog.lblSeat[0]->accessibleDescription(), u"position 1, selected"_s);
         QTest::keyClick(dialog.lblSeat[2], Qt::Key_Space);
         EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 255, 255));
         peers[0]->say("RROK~RPOK~BPCKUa|~");

@@ -188,7 +188,8 @@ TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
     MessageSplitter heard;
     heard.append(peers[0]->transcript());
     EXPECT_FALSE(heard.overflowed());
-    peers[0]->rest();
+    wordy->close();
+    EXPECT_TRUE(peers[0]->hearsSometime("DROP1~"));
 
     // The third reads nothing more while the first chats on.
     peers[2]->socket().setReadBufferSize(1);
