@@ -47,6 +47,7 @@ FrmClient::FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBui
     colorPack(shade::black);
     chkInfo->setChecked(setting::showInfo.readInt(shell_.settings()) != 0);
     setSizeTwips(kSmallWidth, kSmallHeight);
+    setRoomTwips(kDraftWidth, kBoosterHeight);
     restorePlace(setting::clientPlace.read(shell_.settings()));
     tmrMisc->start();
 }

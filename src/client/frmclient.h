@@ -43,6 +43,12 @@ class Shell;
 class FrmClient : public Form {
     Q_OBJECT
 public:
+    // The window's size in a draft, and where the card popup stands beside it, in twips.
+    static constexpr int kDraftWidth = 5865;
+    static constexpr int kBoosterHeight = 5145;
+    static constexpr int kRochesterHeight = 7200;
+    static constexpr int kCardGap = 240;
+
     // `draw` gives a uniform value u, 0 <= u < 1, for the picks that the clock makes.
     FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBuild>& frmDeckBuild,
               Lazy<FrmSecurity>& frmSecurity, Lazy<FrmCard>& frmCard, std::function<double()> draw);

@@ -27,9 +27,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Twips.
-constexpr int kDraftWidth = 5865;
-constexpr int kBoosterHeight = 5145;
-constexpr int kRochesterHeight = 7200;
 constexpr int kBoosterPickedHeight = 4100;
 
 constexpr int kMostPickSeconds = 30;
@@ -245,9 +242,7 @@ void FrmClient::onBoos(std::string_view body) {
         }
     }
     showPack(*tokens);
-    if (hasFocus_) {
-        lstPack->setFocus();
-    }
+    lstPack->setFocus();  // takes effect once the window is active
 }
 
 void FrmClient::onBsta(std::string_view body) {
@@ -267,9 +262,7 @@ void FrmClient::onTurn(std::string_view body) {
         return;
     }
     allowPick();
-    if (hasFocus_) {
-        lstPack->setFocus();
-    }
+    lstPack->setFocus();  // takes effect once the window is active
     if (clockSeconds != 0) {
         tmrRoch->start();
         lblTick->setEnabled(true);

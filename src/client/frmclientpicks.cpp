@@ -23,8 +23,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kCardLeft = 5865 + 240;  // twips, from this window's left
-constexpr int kLowestBarPress = 120;   // twips
+constexpr int kLowestBarPress = 120;  // twips
 
 }  // namespace
 
@@ -54,7 +53,7 @@ void FrmClient::chkInfo_Click() {
 }
 
 void FrmClient::placeCard() {
-    frmCard_->placeAt(leftTwips() + kCardLeft, topTwips());
+    frmCard_->placeAt(leftTwips() + kDraftWidth + kCardGap, topTwips());
 }
 
 void FrmClient::showCard(const QString& name) {

@@ -2,10 +2,12 @@
 
 #include "platform/twips.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <algorithm>
 #include <cmath>
 
 namespace packwise {
@@ -38,6 +40,11 @@ Qt::WindowFlags flagsOf(FormBorder border) {
                                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     return border == FormBorder::Dialog ? flags : flags | Qt::WindowMinimizeButtonHint;
 }
+
+// What is stored for a window that has never been closed in its place.
+const QString kNeverPlaced = QStringLiteral("0 0");
+// What a window manager may put round a window, in device-independent pixels.
+constexpr QSize kFrameAllowance(8, 32);
 
 bool readWhole(QStringView text, int& number) {
     bool ok = false;
@@ -73,6 +80,25 @@ int readNumberPair(const QString& text, int& first, int& second) {
         return 1;
     }
     return 2;
+}
+
+QPoint freePlace(const QSize& size, const QList<QRect>& taken, const QRect& screen) {
+    QList<QPoint> places{screen.topLeft()};
+    for (const QRect& rect : taken) {
+        places +=
+            {QPoint(rect.right() + 1, rect.top()), QPoint(rect.left(), rect.bottom() + 1),
+             QPoint(rect.right() + 1, screen.top()), QPoint(screen.left(), rect.bottom() + 1)};
+    }
+    for (const QPoint& place : places) {
+        const QRect rect(place, size);
+        if (screen.contains(rect) &&
+            std::none_of(taken.begin(), taken.end(),
+                         [&rect](const QRect& other) { return other.intersects(rect); })) {
+            return place;
+        }
+    }
+    const int steps = static_cast<int>(taken.size() % 10);
+    return screen.topLeft() + QPoint(steps, steps) * 24;
 }
 
 Form::Form(const QString& name, const QString& caption, FormBorder border)
@@ -137,6 +163,30 @@ QString Form::place() const {
         return *storedPlace_;
     }
     return QString::number(topTwips()) + u' ' + QString::number(leftTwips());
+}
+
+void Form::setRoomTwips(int width, int height) {
+    room_ = QSize(toPixels(width), toPixels(height));
+}
+
+void Form::setVisible(bool visible) {
+    if (visible && !wasShown_ && storedPlace_ == kNeverPlaced && pos() == restoredTo_) {
+        findPlace();
+    }
+    QWidget::setVisible(visible);
+}
+
+void Form::findPlace() {
+    QList<QRect> taken;
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        const auto* form = qobject_cast<const Form*>(widget);
+        if (form && form != this && form->isVisible()) {
+            const QSize size = form->room_.expandedTo(form->size());
+            taken += QRect(form->pos(), size + kFrameAllowance);
+        }
+    }
+    move(freePlace(room_.expandedTo(size()) + kFrameAllowance, taken,
+                   screen()->availableGeometry()));
 }
 
 void Form::present() {

@@ -2,7 +2,9 @@
 // close that may be refused. Closing hides a window; it is never destroyed before the program.
 #pragma once
 
+#include <QList>
 #include <QPoint>
+#include <QRect>
 #include <QString>
 #include <QWidget>
 
@@ -44,6 +46,12 @@ public:
     // Whether the window has been on the screen in this run.
     bool wasShown() const { return wasShown_; }
 
+    // The size in twips to which the window will grow, for finding it a place.
+    void setRoomTwips(int width, int height);
+
+    // A window whose place was never stored appears where it covers no other window.
+    void setVisible(bool visible) override;
+
     // Shows the window and brings it to the front.
     void present();
 
@@ -68,7 +76,14 @@ private:
     bool wasShown_ = false;
     std::optional<QString> storedPlace_;
     QPoint restoredTo_;  // where storedPlace_ has put the window
+    QSize room_;         // device-independent pixels
+
+    void findPlace();
 };
+
+// The first place on the screen, from its top left, where a window of that size covers none of the
+// taken rectangles; without one, a step further down and right for each of them.
+QPoint freePlace(const QSize& size, const QList<QRect>& taken, const QRect& screen);
 
 // Reads two numbers split by the first blank, as places and sizes are stored. Gives the count of
 // numbers read, 0 to 2; what could not be read is left as it was.

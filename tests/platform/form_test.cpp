@@ -58,6 +58,33 @@ TEST(Form, RestoresWhatCanBeReadOfAPlaceAndStaysOnAScreen) {
     }
 }
 
+TEST(Form, AWindowWithoutAStoredPlaceCoversNoOther) {
+    const QRect screen(0, 0, 1000, 800);
+    const QSize size(400, 300);
+    EXPECT_EQ(freePlace(size, {}, screen), QPoint(0, 0));
+    QList<QRect> taken;
+    for (int window = 0; window < 4; ++window) {  // four have room, the fifth has to overlap
+        const QRect rect(freePlace(size, taken, screen), size);
+        EXPECT_TRUE(screen.contains(rect));
+        for (const QRect& other : taken) {
+            EXPECT_FALSE(other.intersects(rect)) << window;
+        }
+        taken += rect;
+    }
+    EXPECT_FALSE(taken.contains(QRect(freePlace(size, taken, screen), size)));
+
+    StubbornForm first;
+    first.setSizeTwips(3000, 3000);
+    first.restorePlace(u"0 0"_s);
+    first.show();
+    StubbornForm second;
+    second.setSizeTwips(3000, 3000);
+    second.restorePlace(u"0 0"_s);
+    EXPECT_EQ(second.place(), u"0 0"_s);
+    second.show();
+    EXPECT_FALSE(second.geometry().intersects(first.geometry()));
+}
+
 TEST(Form, MayRefuseToCloseAndKnowsWhoAsks) {
     StubbornForm form;
     form.setSizeTwips(3000, 3000);
