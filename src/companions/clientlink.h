@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+
 #include <string_view>
 
 namespace packwise {

@@ -37,9 +37,7 @@ static_assert(kNames.size() == kSeats);
 void arrange(SettingsStore& settings, int seat) {
     constexpr int kColumn = 5900;
     constexpr int kRow = 5600;
-    const auto place = [](int top, int left) {
-        return u"%1 %2"_s.arg(top).arg(left);
-    };
+    const auto place = [](int top, int left) { return u"%1 %2"_s.arg(top).arg(left); };
     setting::clientPlace.write(settings, place(seat / 4 * kRow, seat % 4 * kColumn));
     setting::messagePlace.write(settings, place(2 * kRow + seat * 300, seat % 4 * kColumn));
     setting::securityPlace.write(settings, place(seat / 4 * kRow + 600, seat % 4 * kColumn + 600));

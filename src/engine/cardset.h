@@ -43,8 +43,8 @@ struct CardPools {
 };
 
 // The dealer's reading of a .pw file. Nothing when it cannot be opened, is empty or damaged, larger
-// than 64 MiB, holds more than kMostCardsInPool cards of a mark or one without colour and name, asks
-// for more than kMostCardsInPack cards, or cannot fill its pack.
+// than 64 MiB, holds more than kMostCardsInPool cards of a mark or one without colour and name,
+// asks for more than kMostCardsInPack cards, or cannot fill its pack.
 std::optional<CardPools> readCardPools(const std::filesystem::path& file);
 
 // The popup's scan of a .pw file: the record of that name, else the END record, else a record with
