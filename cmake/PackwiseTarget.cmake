@@ -8,6 +8,9 @@ function(packwise_target name)
   target_compile_definitions(${name} PRIVATE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
     QT_NO_FOREACH QT_NO_KEYWORDS QT_USE_QSTRINGBUILDER)
+  if(PACKWISE_FUZZ)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
   if(PACKWISE_SANITIZE)
     target_compile_options(${name} PRIVATE
       -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

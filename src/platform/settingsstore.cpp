@@ -61,6 +61,12 @@ void SettingsStore::write(const QList<Entry>& entries) {
     settings.sync();
 }
 
+void SettingsStore::remove(const QString& section, const QString& key) {
+    QSettings settings(file_, QSettings::IniFormat);
+    settings.remove(section + u'/' + key);
+    settings.sync();
+}
+
 QList<std::pair<QString, QString>> SettingsStore::readAll(const QString& section) const {
     QSettings settings(file_, QSettings::IniFormat);
     settings.beginGroup(section);

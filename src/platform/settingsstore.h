@@ -1,5 +1,5 @@
 // The per-user settings: text values by section and key in one INI file. A write is on the disk
-// when the call returns. Nothing is cached and nothing is ever deleted.
+// when the call returns. Nothing is cached.
 #pragma once
 
 #include <QList>
@@ -27,6 +27,8 @@ public:
     };
     // Writes several values with one access to the disk.
     void write(const QList<Entry>& entries);
+
+    void remove(const QString& section, const QString& key);
 
     // All keys and values of a section in the order of the keys, numbers by their value. Empty
     // when there is no such section.

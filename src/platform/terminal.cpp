@@ -16,4 +16,12 @@ bool writesToTerminal() {
 #endif
 }
 
+bool reportsToTerminal() {
+#ifdef Q_OS_UNIX
+    return isatty(STDERR_FILENO) == 1;
+#else
+    return false;
+#endif
+}
+
 }  // namespace packwise

@@ -1,19 +1,20 @@
 #include "sets/commands.h"
 
 #include "common/codepage.h"
+#include "sets/console.h"
 #include "sets/folder.h"
+#include "sets/importing.h"
+#include "sets/inspecting.h"
+#include "sets/jobs.h"
 #include "sets/registry.h"
 #include "sets/rules.h"
 #include "sets/sheet.h"
 #include "sets/textsource.h"
-#include "sets/writer.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 
-#include <algorithm>
 #include <filesystem>
 
 namespace packwise::sets {
@@ -21,50 +22,6 @@ namespace packwise::sets {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongUse = 2;
-
-struct Streams {
-    QTextStream& out;
-    QTextStream& err;
-};
-
-std::filesystem::path pathOf(const QString& path) {
-    return std::filesystem::path(path.toStdU16String());
-}
-
-QString lineOf(const QString& file, const Fault& fault) {
-    QString line =
-        file + u": "_s + (fault.warning ? u"warning: "_s : QString()) + fromBytes(fault.what);
-    return fault.where.empty() ? line : line + u", "_s + fromBytes(fault.where);
-}
-
-bool isFatal(const std::vector<Fault>& faults) {
-    return std::any_of(faults.begin(), faults.end(),
-                       [](const Fault& fault) { return !fault.warning; });
-}
-
-// Parses what follows a command's name. Nothing but an exit status when the command is not to run.
-std::optional<int> parse(QCommandLineParser& parser, const QStringList& arguments,
-                         const Streams& io) {
-    const QCommandLineOption help = parser.addHelpOption();
-    if (!parser.parse(arguments)) {
-        io.err << "packwise-sets: " << parser.errorText() << "\n";
-        return kWrongUse;
-    }
-    if (parser.isSet(help)) {
-        io.out << parser.helpText();
-        return kDone;
-    }
-    return std::nullopt;
-}
-
-struct Job {
-    QString file;
-    SetSource source;
-};
 
 // Reads one source and tells its faults; nothing when it cannot be used.
 std::optional<Job> readJob(const QString& file, const Streams& io) {
@@ -74,55 +31,11 @@ std::optional<Job> readJob(const QString& file, const Streams& io) {
         return std::nullopt;
     }
     ReadSource read = readTextSource(input.readAll());
-    for (const Fault& fault : read.faults) {
-        io.err << lineOf(file, fault) << "\n";
-    }
-    if (isFatal(read.faults)) {
+    if (!tellFaults(file, read.faults, io)) {
         return std::nullopt;
     }
     layOutSheets(read.source);
     return Job{file, std::move(read.source)};
-}
-
-// Whether no two sources, and no source and another registered set, lead to the same files.
-bool haveOwnFiles(const std::vector<Job>& jobs, bool withRegistered, const Streams& io) {
-    bool own = true;
-    for (std::size_t i = 0; i < jobs.size(); ++i) {
-        const QString name = fromBytes(jobs[i].source.displayName);
-        const auto before = std::find_if(
-            jobs.begin(), jobs.begin() + static_cast<std::ptrdiff_t>(i), [&](const Job& job) {
-                return fileBase(fromBytes(job.source.displayName))
-                           .compare(fileBase(name), Qt::CaseInsensitive) == 0;
-            });
-        const bool clash = before != jobs.begin() + static_cast<std::ptrdiff_t>(i);
-        const QString rival = clash            ? fromBytes(before->source.displayName)
-                              : withRegistered ? rivalOf(name)
-                                               : QString();
-        if (clash || !rival.isEmpty()) {
-            io.err << jobs[i].file
-                   << u": \"%1\" leads to the same files as the set \"%2\"; names "
-                      u"must differ in their first eight letters\n"_s.arg(name, rival);
-            own = false;
-        }
-    }
-    return own;
-}
-
-bool buildOne(const Job& job, const QString& folder, bool registering, const Streams& io) {
-    std::string failure;
-    const WriteResult result = writeSetFiles(job.source, pathOf(folder), failure);
-    const QString name = fromBytes(job.source.displayName);
-    if (result == WriteResult::Failed) {
-        io.err << job.file << ": " << QString::fromStdString(failure) << "\n";
-        return false;
-    }
-    QString error;
-    if (registering && !registerSet(name, error)) {
-        io.err << job.file << ": " << error << "\n";
-        return false;
-    }
-    io.out << name << (result == WriteResult::Written ? ": written" : ": up to date") << "\n";
-    return true;
 }
 
 int build(const QStringList& arguments, const Streams& io) {
@@ -147,9 +60,8 @@ int build(const QStringList& arguments, const Streams& io) {
         return kWrongUse;
     }
     const QString folder = parser.value(into);
-    if (!QFileInfo(folder).isDir()) {
-        io.err << folder << ": there is no such folder\n";
-        return kFailed;
+    if (const auto status = needFolder(folder, io)) {
+        return *status;
     }
     std::vector<Job> jobs;
     for (const QString& file : files) {
@@ -157,17 +69,11 @@ int build(const QStringList& arguments, const Streams& io) {
             jobs.push_back(std::move(*job));
         }
     }
-    const bool registering = !parser.isSet(no);
-    if (jobs.size() != static_cast<std::size_t>(files.size()) ||
-        !haveOwnFiles(jobs, registering, io)) {
+    if (jobs.size() != static_cast<std::size_t>(files.size())) {
         io.err << "packwise-sets: nothing was written\n";
         return kFailed;
     }
-    bool good = true;
-    for (const Job& job : jobs) {
-        good = buildOne(job, folder, registering, io) && good;
-    }
-    return good ? kDone : kFailed;
+    return writeSets(jobs, folder, !parser.isSet(no), io);
 }
 
 // The folder that list and check are asked for, or an exit status.
@@ -184,11 +90,7 @@ std::optional<int> parseFolder(QCommandLineParser& parser, const QString& comman
         io.err << "packwise-sets: " << command << " looks into one folder\n";
         return kWrongUse;
     }
-    if (!QFileInfo(folder).isDir()) {
-        io.err << folder << ": there is no such folder\n";
-        return kFailed;
-    }
-    return std::nullopt;
+    return needFolder(folder, io);
 }
 
 QString displayNameOf(const std::string& base) {
@@ -252,13 +154,20 @@ struct Command {
 constexpr Command kCommands[] = {
     {u"build", "build SOURCE... [--into FOLDER] [--no-register]",
      "build card files from text, and register the sets", build},
+    {u"import", "import FILE... [--into FOLDER] [--name NAME] [--code CODE...] [--cards FILE...]",
+     "make card files from MTGJSON files, tables or cube lists, and register the sets", importSets},
     {u"list", "list [FOLDER]", "list the sets that a folder holds", list},
     {u"check", "check [FOLDER]", "check the files of a folder", check},
+    {u"show", "show SET [CARD] [--in FOLDER]", "list the cards of a set, or show one", showSet},
+    {u"deal", "deal SET [-n N] [--real] [--seed S] [--in FOLDER]", "deal packs of a set", dealSet},
+    {u"remove", "remove SET [--in FOLDER]", "delete a set's files and its registered name",
+     removeSet},
+    {u"code", "code DECK...", "work out the security code of deck files", codeDecks},
 };
 
 void printHelp(QTextStream& out) {
     out << "Usage: packwise-sets COMMAND\n\n"
-           "Builds, lists and checks the card set files that Packwise deals from.\n\n"
+           "Makes, lists and checks the card set files that Packwise deals from.\n\n"
            "Commands:\n";
     for (const Command& command : kCommands) {
         out << "  " << command.form << "\n      " << command.summary << "\n";

@@ -48,6 +48,20 @@ bool registerSet(const QString& displayName, QString& error) {
     return true;
 }
 
+bool unregisterSet(const QString& displayName, QString& error) {
+    SettingsStore store;
+    for (const auto& [key, name] : store.readAll(kSection)) {
+        if (name == displayName) {
+            store.remove(kSection, key);
+        }
+    }
+    if (registeredSets().contains(displayName)) {
+        error = u"cannot write the settings, "_s + SettingsStore::userFile();
+        return false;
+    }
+    return true;
+}
+
 QString rivalOf(const QString& displayName) {
     const QString base = fileBase(displayName);
     for (const QString& name : registeredSets()) {

@@ -13,6 +13,9 @@ QStringList registeredSets();
 // to the same files, or when the settings cannot be written.
 bool registerSet(const QString& displayName, QString& error);
 
+// Takes a name off the list. False with a reason when the settings cannot be written.
+bool unregisterSet(const QString& displayName, QString& error);
+
 // The registered name, other than `displayName`, that leads to the same files; empty when none.
 QString rivalOf(const QString& displayName);
 

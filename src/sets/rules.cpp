@@ -69,16 +69,27 @@ std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceO
                  placeOf(i)});
         }
     }
-    for (const auto& entry : firstOf) {
-        const std::string_view name = entry.first;
-        const auto longer = std::find_if(firstOf.begin(), firstOf.end(), [&](const auto& other) {
-            return other.first.size() > name.size() &&
-                   other.first.find(name) != std::string_view::npos;
-        });
-        if (!name.empty() && longer != firstOf.end()) {
-            faults.push_back({"\"" + std::string(name) + "\" is part of the name \"" +
-                                  std::string(longer->first) + "\", so a pack rarely has both",
-                              placeOf(entry.second), true});
+    return faults;
+}
+
+std::vector<Fault> tokenWarnings(const std::vector<CardRecord>& cards, const PlaceOf& placeOf) {
+    std::map<std::string, std::size_t> tokens;
+    for (std::size_t i = 0; i < cards.size(); ++i) {
+        if (cards[i].rarity != "." && !cards[i].name.empty()) {
+            tokens.emplace(cards[i].color + cards[i].name, i);
+        }
+    }
+    std::vector<Fault> faults;
+    for (const auto& [token, card] : tokens) {
+        const auto longer =
+            std::find_if(tokens.begin(), tokens.end(), [&token = token](const auto& other) {
+                return other.first.size() > token.size() &&
+                       other.first.find(token) != std::string::npos;
+            });
+        if (longer != tokens.end()) {
+            faults.push_back({"a pack never gets \"" + cards[card].name + "\" once it holds \"" +
+                                  cards[longer->second].name + "\", which begins alike",
+                              placeOf(card), true});
         }
     }
     return faults;

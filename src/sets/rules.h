@@ -13,8 +13,12 @@ namespace packwise::sets {
 // Where the card of that index stands in its source.
 using PlaceOf = std::function<std::string(std::size_t card)>;
 
-// Bad or double names, bad marks and colours, and, as a warning, names inside other names.
+// Bad or double names, bad marks and colours.
 std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceOf& placeOf);
+
+// Warnings for the author of a set: cards whose colour and name stand inside another's, so that
+// the dealer takes the one for the other.
+std::vector<Fault> tokenWarnings(const std::vector<CardRecord>& cards, const PlaceOf& placeOf);
 
 // Pools that are too large, or that cannot fill a pack of these counts (by Pool), and packs of no
 // or of too many cards.

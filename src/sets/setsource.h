@@ -15,6 +15,7 @@ struct SetSource {
     std::string displayName;
     std::array<int, 3> counts{};  // by Pool: cards in one pack
     std::vector<CardRecord> cards;
+    std::vector<double> weights;  // by card: its share of its sheet; empty: all the same
     std::optional<OrderFile> order;
 };
 

@@ -12,6 +12,7 @@ namespace packwise::sets {
 namespace {
 
 constexpr int kImprovingPasses = 20;
+constexpr double kLeastWeight = 1e-9;
 
 // A fixed number from 0 to 1 for a token and a count, so that rows do not repeat in the order of
 // the file.
@@ -179,9 +180,11 @@ void layOutSheets(SetSource& source) {
     for (std::size_t list = 0; list < order.lists.size(); ++list) {
         const Pool pool = kPools.at(kPools.size() - 1 - list);
         std::vector<SheetCard> cards;
-        for (const CardRecord& card : source.cards) {
+        for (std::size_t i = 0; i < source.cards.size(); ++i) {
+            const CardRecord& card = source.cards[i];
             if (card.rarity == poolMark(pool)) {
-                cards.push_back({card.color + card.name});
+                const double weight = source.weights.empty() ? 1 : source.weights[i];
+                cards.push_back({card.color + card.name, std::max(weight, kLeastWeight)});
             }
         }
         const int rows = (static_cast<int>(cards.size()) + kSheetWidth - 1) / kSheetWidth;

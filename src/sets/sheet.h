@@ -22,7 +22,8 @@ struct SheetCard {
 std::vector<std::string> layOutSheet(const std::vector<SheetCard>& cards, int lines);
 
 // Gives the set an order: commons in the first list, uncommons in the second, rares in the third,
-// each card with the same weight, on 121 lines or as many whole rows as there are cards.
+// each card with its weight (never below a trifle), on 121 lines or as many whole rows as there are
+// cards.
 void layOutSheets(SetSource& source);
 
 }  // namespace packwise::sets

@@ -3,6 +3,7 @@
 #include "sets/cardfile.h"
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <system_error>
 
@@ -36,6 +37,7 @@ public:
     NewFile& operator=(const NewFile&) = delete;
 
     bool good() const { return good_; }
+    const fs::path& path() const { return path_; }
     const fs::path& target() const { return target_; }
     std::error_code putInPlace() {
         std::error_code error;
@@ -49,8 +51,11 @@ private:
     bool good_ = false;
 };
 
-// Puts both in place; when the second fails the first is taken back.
-std::error_code putBothInPlace(NewFile& first, NewFile& second) {
+// What takes the place of a set's order file, or takes it away.
+using OrderStep = std::function<std::error_code()>;
+
+// Puts the card file in place; when the step with the order file fails it is taken back.
+std::error_code putBothInPlace(NewFile& first, const OrderStep& second) {
     const fs::path kept = beside(first.target(), ".old");
     std::error_code error;
     const bool hadOld = fs::exists(first.target(), error);
@@ -63,7 +68,7 @@ std::error_code putBothInPlace(NewFile& first, NewFile& second) {
     error = first.putInPlace();
     std::error_code undone;
     if (!error) {
-        error = second.putInPlace();
+        error = second();
         if (error && hadOld) {
             fs::rename(kept, first.target(), undone);
         } else if (error) {
@@ -91,22 +96,32 @@ WriteResult writeSetFiles(const SetSource& source, const fs::path& folder, std::
     const fs::path orderFile = setFilePath(folder, source.displayName, kOrderFileExtension);
     const std::string cardBytes = cardFileBytes(source);
     const std::string orderBytes = orderFileBytes(source.order.value_or(OrderFile{}));
-    std::string before;
-    if (readWhole(cardFile, before) && before == cardBytes && readWhole(orderFile, before) &&
-        before == orderBytes) {
-        return WriteResult::UpToDate;
-    }
     NewFile cards(cardFile, cardBytes);
     NewFile order(orderFile, orderBytes);
     if (!cards.good() || !order.good()) {
         error = "cannot write into the folder " + folder.string();
         return WriteResult::Failed;
     }
-    if (const std::error_code failed = putBothInPlace(cards, order)) {
+    const bool hasOrder = source.order && readOrderFile(order.path());
+    std::string before;
+    const bool sameOrder =
+        hasOrder ? readWhole(orderFile, before) && before == orderBytes : !fs::exists(orderFile);
+    if (sameOrder && readWhole(cardFile, before) && before == cardBytes) {
+        return WriteResult::UpToDate;
+    }
+    const std::error_code failed = putBothInPlace(cards, [&] {
+        std::error_code wrong;
+        if (hasOrder) {
+            return order.putInPlace();
+        }
+        fs::remove(orderFile, wrong);
+        return wrong;
+    });
+    if (failed) {
         error = "cannot be put in place: " + failed.message();
         return WriteResult::Failed;
     }
-    return WriteResult::Written;
+    return hasOrder ? WriteResult::Written : WriteResult::WrittenWithoutOrder;
 }
 
 }  // namespace packwise::sets

@@ -8,11 +8,12 @@
 
 namespace packwise::sets {
 
-enum class WriteResult { Written, UpToDate, Failed };
+enum class WriteResult { Written, WrittenWithoutOrder, UpToDate, Failed };
 
-// Writes the .pw and the .ord file of a set that has an order and keeps the rules. Both stand
-// complete or what was there before stands untouched; then `error` says why. Files that hold these
-// bytes already are left alone.
+// Writes the .pw and the .ord file of a set that keeps the rules; the .pw file alone, with an older
+// .ord file taken away, when it has no order or none that can be dealt along. Both stand complete
+// or what was there before stands untouched; then `error` says why. Files that hold these bytes
+// already are left alone.
 WriteResult writeSetFiles(const SetSource& source, const std::filesystem::path& folder,
                           std::string& error);
 

@@ -1,0 +1,18 @@
+// Sets that were read, on their way into a folder.
+#pragma once
+
+#include "sets/console.h"
+
+namespace packwise::sets {
+
+struct Job {
+    QString file;  // it was read from
+    SetSource source;
+};
+
+// Writes the files of every set and registers their names unless told not to. Nothing is written
+// when two sets, or a set and another registered one, lead to the same files. The exit status.
+int writeSets(const std::vector<Job>& jobs, const QString& folder, bool registering,
+              const Streams& io);
+
+}  // namespace packwise::sets

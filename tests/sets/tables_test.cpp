@@ -1,0 +1,169 @@
+// Sets from tables, and cubes from lists.
+#include "sets/cube.h"
+#include "sets/mtgsample.h"
+#include "sets/table.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+namespace packwise::sets {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using testing::ElementsAre;
+
+std::string asText(const CardRecord& c) {
+    return c.rarity + c.color + c.name + "/" + c.cost + "/" + c.type + "/" + c.text + "/" + c.pt;
+}
+
+bool holdsFault(const std::vector<Fault>& faults, const std::string& what, const std::string& where,
+                bool warning) {
+    return std::any_of(faults.begin(), faults.end(), [&](const Fault& f) {
+        return f.what.find(what) != std::string::npos && f.where == where && f.warning == warning;
+    });
+}
+
+TEST(Table, IsReadInAnyOrderWithQuotedFields) {
+    const std::tuple<const char*, const char*> cases[] = {
+        {"Name,Rarity,Colour,Cost,Type,Text,Power and "
+         "Toughness\nElk,common,Green,1G,Beast,Runs.,2/2\n",
+         "-GElk/1G/Beast/Runs./2/2"},
+        {"toughness;NAME;Colors;power;rarity\r\n4;Elk;WU;3;M\r\n", "+MElk////3/4"},
+        {"\"Text\"\tName\tColor\tRarity\n\"He said \"\"go\"\",\ntwice\"\tElk\t\tu\n",
+         "=AElk///He said \"go\",\ntwice/"},
+        {"name,rarity,colour,type,unknown\n Elk ,Uncommon,,Basic Land,x\n", "=LElk//Basic Land//"},
+        {"name,rarity,colour\nElk,.,colourless", ".AElk////"},
+        {"name,rarity,colour\n\n,,\n", nullptr},
+        {"name,rarity,colour\nElk,r,{R}\n", "+RElk////"},
+        {"name,rarity,colour,p/t\n\"Elk, \xE2\x88\x9E\",r,gold,1/1\n", "+MElk, infinity////1/1"},
+    };
+    for (const auto& [text, expected] : cases) {
+        const ReadSource read = readTable(text, u"Elks"_s);
+        EXPECT_THAT(read.source.counts, ElementsAre(1, 3, 11)) << text;
+        if (expected) {
+            ASSERT_EQ(1U, read.source.cards.size()) << text;
+            EXPECT_EQ(expected, asText(read.source.cards[0]));
+            EXPECT_TRUE(holdsFault(read.faults, "asks for 11 common", "", false)) << text;
+        } else {
+            EXPECT_FALSE(read.faults.empty());
+        }
+    }
+}
+
+TEST(Table, IsRefusedWithTheLineOfTheFault) {
+    const std::string head = "name,rarity,colour\n";
+    const std::tuple<std::string, const char*, const char*> cases[] = {
+        {"", "header line", "line 1"},
+        {"name,colour\nElk,G\n", "header line", "line 1"},
+        {head + "Elk,c,G\nEl|k,c,G\n", "reserved", "line 3"},
+        {head + "El~k,c,G\n", "reserved", "line 2"},
+        {head + "END,c,G\n", "closes the file", "line 2"},
+        {head + ",c,G\n", "no name", "line 2"},
+        {head + "Elk,c,G\nStag,c,G\nElk,c,G\n", "stands twice, first at line 2", "line 4"},
+        {head + "\"El\nk\",c,G\nStag,odd,G\n", "\"odd\" is no rarity", "line 4"},
+        {head + "Elk,c,teal\n", "\"teal\" is no colour", "line 2"},
+        {head + "Elk,c,G,more\n", "more fields", "line 2"},
+        {head + "Elk,c,G\n\"Stag,c,G\n", "never closed", "line 3"},
+        {"\"name", "never closed", "line 1"},
+        {head + "Elk,c,G\nSt\xFFg,c,G\n", "not UTF-8", "line 3"},
+    };
+    for (const auto& [text, what, where] : cases) {
+        const ReadSource read = readTable(QByteArray::fromStdString(text), u"Elks"_s);
+        EXPECT_TRUE(holdsFault(read.faults, what, where, false))
+            << text << (read.faults.empty() ? "" : read.faults[0].what + read.faults[0].where);
+    }
+}
+
+std::string cubeOf(int cards) {
+    std::string list;
+    for (int i = 0; i < cards; ++i) {
+        list += "Card " + std::to_string(1000 + i) + "\n";
+    }
+    return list;
+}
+
+TEST(Cube, IsSpreadOverTheThreePoolsAndDealtAlike) {
+    for (const int size : {15, 360, 361, 720, 768}) {
+        const ReadSource read =
+            readCube(QByteArray::fromStdString(cubeOf(size)), u"My Cube"_s, nullptr);
+        EXPECT_THAT(read.source.counts, ElementsAre(5, 5, 5));
+        std::map<std::string, int> marks;
+        for (const CardRecord& card : read.source.cards) {
+            ++marks[card.rarity];
+        }
+        EXPECT_THAT(marks,
+                    ElementsAre(testing::Pair("+", (size + 2) / 3), testing::Pair("-", size / 3),
+                                testing::Pair("=", (size + 1) / 3)));
+        ASSERT_EQ(1U, read.faults.size());
+        EXPECT_TRUE(holdsFault(read.faults, "--cards", "", true));
+    }
+    EXPECT_TRUE(holdsFault(readCube(cubeOf(769).c_str(), u"C"_s, nullptr).faults,
+                           "769 cards, and a cube has at most 768", "", false));
+    EXPECT_TRUE(holdsFault(readCube(cubeOf(14).c_str(), u"C"_s, nullptr).faults, "the list has 14",
+                           "", false));
+    EXPECT_TRUE(holdsFault(readCube("", u"C"_s, nullptr).faults, "the list has 0", "", false));
+}
+
+TEST(Cube, PassesOverWhatIsNoCardAndTakesACardOnce) {
+    const ReadSource read = readCube(
+        "# mine\r\n\r\n[Blue]\r\n1 Elk\r\n1x Stag\n2X  Doe\n// Red\n//Green\nElk\nRoe #fast\n"
+        "4th Hart\nBad|Name\n",
+        u"Herd"_s, nullptr);
+    std::string names;
+    for (const CardRecord& card : read.source.cards) {
+        names += card.name + ";";
+    }
+    EXPECT_EQ("Elk;Stag;Doe;Roe;4th Hart;Bad|Name;", names);
+    EXPECT_TRUE(holdsFault(read.faults, "stands twice, first at line 4", "line 9", true));
+    EXPECT_TRUE(holdsFault(read.faults, "reserved", "line 12", false));
+    EXPECT_TRUE(holdsFault(readCube("Elk\nSt\xFFg\n", u"C"_s, nullptr).faults, "not UTF-8",
+                           "line 2", false));
+}
+
+TEST(Cube, LooksItsCardsUpUnderEverySpelling) {
+    const std::string two = R"("side":"a","otherFaceIds":["back"],"layout":)";
+    const ReadSets read = readSets(mtgSet(joined({
+        mtgCard("Ebb // Flow", two + R"("split","faceName":"Ebb")"),
+        mtgCard("Reedday // Reednight", two + R"("transform","faceName":"Reedday")"),
+        mtgCard("Reedday // Reednight",
+                R"("uuid":"back","side":"b","faceName":"Reednight","text":"Gloom.")"),
+        mtgCard("J\u00f6tun\u2019s Elk", R"("asciiName":"Jotun's Elk","manaCost":"{1}{G}")"),
+        mtgCard("1996 Elk"),
+        mtgCard("Stranger"),
+    })));
+    const std::pair<const char*, const char*> cases[] = {
+        {"1 ebb / flow", "Ebb // Flow"},
+        {"Ebb//Flow", "Ebb // Flow"},
+        {"Reedday", "Reedday"},
+        {"2x REEDDAY // REEDNIGHT", "Reedday"},
+        {"Jotun's elk", "J\xF6tun\x92s Elk"},
+        {"J\xC3\xB6tun's Elk", "J\xF6tun\x92s Elk"},
+        {"1996 Elk", "1996 Elk"},
+        {"Reednight", nullptr},
+        {"Elk of None", nullptr},
+    };
+    for (const auto& [line, name] : cases) {
+        CardDetails details;
+        for (const CubeLine& wanted : cubeLines(line)) {
+            details.want({wanted.name, wanted.whole});
+        }
+        MtgSet kept = read.sets.at(0);
+        std::erase_if(kept.faces, [&](const MtgFace& face) { return !details.wants(face); });
+        EXPECT_LE(kept.faces.size(), 2U) << line;
+        details.take(std::move(kept));
+        const ReadSource cube = readCube(line, u"Herd"_s, &details);
+        EXPECT_EQ(!name, holdsFault(cube.faults, "hold no card", "line 1", false)) << line;
+        EXPECT_EQ(name ? 1U : 0U, cube.source.cards.size()) << line;
+        if (name && !cube.source.cards.empty()) {
+            EXPECT_EQ(std::string("U") + name,
+                      cube.source.cards[0].color + cube.source.cards[0].name);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace packwise::sets
