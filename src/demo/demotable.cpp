@@ -119,8 +119,8 @@ void DemoTable::play() {
 
 void DemoTable::linger() {
     if (options_.watched) {
-        narrator_.tell(u"The windows stay for ten seconds; Ctrl+C ends them now."_s);
-        pause(10'000);
+        narrator_.tell(u"The windows stay for five seconds; Ctrl+C ends them now."_s);
+        pause(5000);
     }
 }
 

@@ -21,7 +21,7 @@ constexpr int kAllPicks = kSeats * 3 * kCards;
 constexpr int kShownAt = 10;  // cards in the pack that the pictures show
 // Milliseconds for somebody who watches: after everybody's pick, and after a turn.
 constexpr int kBoosterPace = 300;
-constexpr int kRochesterPace = 40;
+constexpr int kRochesterPace = 25;
 
 // Empty before the draft. A Rochester draft tells the pack too, behind a colon.
 QString roundOf(const FrmClient& client) {
@@ -39,6 +39,7 @@ void DemoTable::draft() {
     };
     while (!forAll(atDeckBuilder)) {
         bool acted = false;
+        const int before = picked_;
         waitFor(u"somebody may pick"_s, [&] {
             onNewRound();
             options_.rochester ? showRochesterDraft() : showBoosterDraft();
@@ -47,7 +48,7 @@ void DemoTable::draft() {
             }
             return acted || forAll(atDeckBuilder);
         });
-        if (options_.watched) {
+        if (options_.watched && picked_ > before) {
             pause(options_.rochester ? kRochesterPace : kBoosterPace);
         }
     }
