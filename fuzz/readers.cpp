@@ -67,9 +67,9 @@ void readSetFile(std::string_view bytes) {
                             [&](MtgSet set) { sets.push_back(std::move(set)); },
                             {}};
     if (readMtgJson(file, query).empty()) {
-        for (MtgSet& set : sets) {
+        for (const MtgSet& set : sets) {
             checkSource(setFromMtgJson(set, "Any"));
-            details.take(std::move(set));
+            details.take(set);
         }
         checkSource(readCube("a\nb/c\n", u"Any"_s, &details));
     }

@@ -145,7 +145,7 @@ bool CardDetails::wants(const MtgFace& face) const {
                        [this](const QString& key) { return wanted_.contains(key); });
 }
 
-void CardDetails::take(MtgSet set) {
+void CardDetails::take(const MtgSet& set) {
     for (const MtgCard& card : cardsOf(set.faces)) {
         std::vector<MtgFace> faces;
         for (const MtgFace* face : card) {

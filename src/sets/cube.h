@@ -22,7 +22,7 @@ public:
     bool wants(const MtgFace& face) const;
 
     // Takes the cards of a set; the first to come is kept.
-    void take(MtgSet set);
+    void take(const MtgSet& set);
 
     // The faces of the card of that name, front first; empty when no set had it.
     std::vector<MtgFace> find(const QString& name) const;

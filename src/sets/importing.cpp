@@ -172,7 +172,7 @@ private:
         MtgQuery query;
         query.wantsSet = [](const std::string&) { return true; };
         query.wantsFace = [&](const MtgFace& face) { return details.wants(face); };
-        query.take = [&](MtgSet set) { details.take(std::move(set)); };
+        query.take = [&](const MtgSet& set) { details.take(set); };
         for (const QString& name : wishes_.cards) {
             QFile cards(name);
             if (!open(cards) || !readJson(cards, query, io_)) {

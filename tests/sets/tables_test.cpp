@@ -154,7 +154,7 @@ TEST(Cube, LooksItsCardsUpUnderEverySpelling) {
         MtgSet kept = read.sets.at(0);
         std::erase_if(kept.faces, [&](const MtgFace& face) { return !details.wants(face); });
         EXPECT_LE(kept.faces.size(), 2U) << line;
-        details.take(std::move(kept));
+        details.take(kept);
         const ReadSource cube = readCube(line, u"Herd"_s, &details);
         EXPECT_EQ(!name, holdsFault(cube.faults, "hold no card", "line 1", false)) << line;
         EXPECT_EQ(name ? 1U : 0U, cube.source.cards.size()) << line;
