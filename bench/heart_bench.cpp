@@ -119,6 +119,43 @@ BENCHMARK(cutStream)
     ->Arg(10'100'000)
     ->Unit(benchmark::kMillisecond);
 
+// Six different sets of 350 cards, as the card popup meets them when the card is the last one.
+std::vector<std::filesystem::path> sixSets() {
+    static const sample::TempFolder folder;
+    std::vector<std::filesystem::path> files;
+    for (int set = 0; set < 6; ++set) {
+        std::string bytes = sample::header(1, 3, 11);
+        for (int card = 0; card < 350; ++card) {
+            bytes += sample::record("Set " + std::to_string(set) + " Card " + std::to_string(card),
+                                    card % 2 == 0 ? "-" : "=", "G", std::string(120, 'x'));
+        }
+        files.push_back(folder.write("Set" + std::to_string(set) + ".pw", bytes + sample::end()));
+    }
+    return files;
+}
+
+void readSixSets(benchmark::State& state) {
+    const auto files = sixSets();
+    for ([[maybe_unused]] auto _ : state) {
+        for (const auto& file : files) {
+            std::string bytes = readWhole(file);
+            benchmark::DoNotOptimize(bytes);
+        }
+    }
+}
+BENCHMARK(readSixSets);
+
+void scanSixSetsForTheLastCard(benchmark::State& state) {
+    const auto files = sixSets();
+    for ([[maybe_unused]] auto _ : state) {
+        for (const auto& file : files) {
+            auto record = scanForCard(file, "Set 5 Card 349");
+            benchmark::DoNotOptimize(record);
+        }
+    }
+}
+BENCHMARK(scanSixSetsForTheLastCard);
+
 }  // namespace
 
 BENCHMARK_MAIN();

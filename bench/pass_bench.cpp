@@ -30,6 +30,21 @@ using namespace Qt::Literals::StringLiterals;
 constexpr int kPasses = 45;
 constexpr int kDrafts = 5;
 
+// Notes how long any one event holds the event loop.
+class TimedApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override {
+        const auto from = std::chrono::steady_clock::now();
+        const bool done = QApplication::notify(receiver, event);
+        longest = std::max(
+            longest,
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - from).count());
+        return done;
+    }
+    double longest = 0;  // seconds
+};
+
 // A host's console with an open port, in a folder with one set.
 class Host {
 public:
@@ -140,6 +155,15 @@ BENCHMARK(wholeDraft<playOnBareLoop>)
     ->UseManualTime()
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
+void longestHandlerInADraft(benchmark::State& state) {
+    auto& application = *static_cast<TimedApplication*>(qApp);
+    for ([[maybe_unused]] auto _ : state) {
+        application.longest = 0;
+        playOnServer(false);
+        state.SetIterationTime(application.longest);
+    }
+}
+BENCHMARK(longestHandlerInADraft)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(wholeDraft<playOnServer>)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 double secondsNow() {
@@ -211,7 +235,7 @@ double residentMegabytes() {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    TimedApplication application(argc, argv);
     packwise::applyLook(application);
     if (argc == 3 && std::string_view(argv[1]) == "--start") {
         std::printf("%f\n", timeFirstPaint(std::stod(argv[2])));
