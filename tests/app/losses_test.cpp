@@ -99,10 +99,10 @@ public:
             if (server().draftState == "O" || (lost && halt && everybodySentHome())) {
                 return true;
             }
-            if (!lost && case_.moment(party_, seat_)) {
-                party_.lose(seat_);
-                lost = true;
-            } else if (!actOneByOne() && lost && !halt && waitsForTheLost()) {
+            loseAtTheMoment(lost);
+            const bool acted = actOneByOne();
+            loseAtTheMoment(lost);  // now, before the server has heard of what was done
+            if (!acted && lost && !halt && waitsForTheLost()) {
                 server().tmrRandoms_Timer();
                 ++ticks;
             }
@@ -141,6 +141,13 @@ private:
     FrmServer& server() { return party_.server(); }
 
     static int picksOfEach() { return kPacks * kCards; }  // with as many cards as seats
+
+    void loseAtTheMoment(bool& lost) {
+        if (!lost && case_.moment(party_, seat_)) {
+            party_.lose(seat_);
+            lost = true;
+        }
+    }
 
     // One player acts at a time, so that every moment comes up.
     bool actOneByOne() {
