@@ -235,6 +235,7 @@ double residentMegabytes() {
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    packwise::chooseEventLoop();
     TimedApplication application(argc, argv);
     packwise::applyLook(application);
     if (argc == 3 && std::string_view(argv[1]) == "--start") {

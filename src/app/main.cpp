@@ -4,6 +4,7 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
+    packwise::chooseEventLoop();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("packwise"));
     QApplication::setDesktopFileName(QStringLiteral("packwise"));

@@ -44,6 +44,10 @@ QPalette lightPalette() {
 
 }  // namespace
 
+void chooseEventLoop() {
+    qputenv("QT_NO_GLIB", "1");
+}
+
 void applyLook(QApplication& application) {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(lightPalette());

@@ -9,6 +9,10 @@ class QWidget;
 
 namespace packwise {
 
+// Chooses Qt's own event loop, which serves sockets with half the delay of the desktop library's.
+// To be called before the application is made.
+void chooseEventLoop();
+
 // Style, palette and font for all windows of the process.
 void applyLook(QApplication& application);
 
