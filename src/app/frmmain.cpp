@@ -9,15 +9,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kWidth = 2400;
-constexpr int kHeight = 1455;
-constexpr int kButtonHeight = kHeight / 3;
+constexpr int kStartWidth = 2400;
+constexpr int kStartHeight = 1455;
+constexpr int kLargeButtonHeight = kStartHeight / 3;
 
 }  // namespace
 
 FrmMain::FrmMain(Shell& shell)
     : Form(u"frmMain"_s, u"Packwise 1.41"_s, FormBorder::Fixed), shell_(shell) {
-    setClientSizeTwips(kWidth, kHeight);
+    setClientSizeTwips(kStartWidth, kStartHeight);
     const auto makeButton = [this](const QString& name, const QString& caption,
                                    const QRect& place) {
         auto* button = new QPushButton(caption, this);
@@ -28,8 +28,8 @@ FrmMain::FrmMain(Shell& shell)
     };
     const auto inColumn = [](int row) {
         // Up to the next one's pixel, so that rounding leaves no gap between them.
-        const int top = toPixels(row * kButtonHeight);
-        return QRect(0, top, toPixels(kWidth), toPixels((row + 1) * kButtonHeight) - top);
+        const int top = toPixels(row * kLargeButtonHeight);
+        return QRect(0, top, toPixels(kStartWidth), toPixels((row + 1) * kLargeButtonHeight) - top);
     };
     cmdDummy = makeButton(u"cmdDummy"_s, QString(), rectFromTwips(2520, 1080, 255, 255));
     cmdClient = makeButton(u"cmdClient"_s, u"&connect to a draft"_s, inColumn(0));

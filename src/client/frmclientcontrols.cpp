@@ -18,33 +18,26 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct Place {
-    int left;
-    int top;
-    int width;
-    int height;
-};
-
 // All places in twips, within the window or the frame.
-constexpr Place kStatusFrame{0, 0, 3360, 645};
-constexpr Place kLight{135, 225, 195, 195};
-constexpr Place kStatus{450, 120, 2850, 405};
+constexpr TwipRect kStatusFrame{0, 0, 3360, 645};
+constexpr TwipRect kLight{135, 225, 195, 195};
+constexpr TwipRect kStatus{450, 120, 2850, 405};
 
-constexpr Place kDraftArea{0, 0, 5775, 6870};
-constexpr Place kRound{60, 600, 750, 360};
-constexpr Place kDraftButton{60, 975, 750, 2610};
-constexpr Place kPack{1050, 600, 2250, 2985};
-constexpr Place kFirstDot{870, 645, 135, 135};
+constexpr TwipRect kDraftArea{0, 0, 5775, 6870};
+constexpr TwipRect kRound{60, 600, 750, 360};
+constexpr TwipRect kDraftButton{60, 975, 750, 2610};
+constexpr TwipRect kPack{1050, 600, 2250, 2985};
+constexpr TwipRect kFirstDot{870, 645, 135, 135};
 constexpr int kDotStep = CardList::kRowHeight * kTwipsPerPixel;
 
-constexpr Place kSort{3375, 45, 840, 270};
-constexpr Place kStuff{4215, 75, 645, 240};
-constexpr Place kInfo{4905, 45, 825, 270};
-constexpr Place kColorsFrame{3540, 360, 1920, 135};
-constexpr Place kPicked{3360, 600, 2295, 2985};
+constexpr TwipRect kSort{3375, 45, 840, 270};
+constexpr TwipRect kColorsCaption{4215, 75, 645, 240};
+constexpr TwipRect kInfo{4905, 45, 825, 270};
+constexpr TwipRect kColorsFrame{3540, 360, 1920, 135};
+constexpr TwipRect kPicked{3360, 600, 2295, 2985};
 
-constexpr Place kBooster{0, 3600, 3255, 1215};
-constexpr Place kArrow{1380, 340, 480, 480};
+constexpr TwipRect kBooster{0, 3600, 3255, 1215};
+constexpr TwipRect kArrow{1380, 340, 480, 480};
 constexpr int kSeatSize = 135;
 constexpr int kNameHeight = 255;
 struct BoosterPlace {
@@ -63,10 +56,10 @@ constexpr std::array<BoosterPlace, kSeats> kBoosterRing{{
     {1680, 855, 1920, 840, 1335, Qt::AlignLeft},
 }};
 
-constexpr Place kRoch{0, 3600, 5655, 3135};
-constexpr Place kTick{2640, 1200, 705, 510};
-constexpr Place kHistory{120, 2640, 5535, 480};
-constexpr Place kOk{5280, 3600, 495, 345};
+constexpr TwipRect kRoch{0, 3600, 5655, 3135};
+constexpr TwipRect kTick{2640, 1200, 705, 510};
+constexpr TwipRect kHistory{120, 2640, 5535, 480};
+constexpr TwipRect kOk{5280, 3600, 495, 345};
 constexpr int kRingWidth = 2295;
 constexpr int kLastPickHeight = 285;
 struct RochPlace {
@@ -86,22 +79,22 @@ constexpr std::array<RochPlace, kSeats> kRochRing{{
 constexpr int kRoundFontPixels = 16;
 constexpr int kTickFontPixels = 24;
 
-void put(QWidget* control, const Place& place) {
-    control->setGeometry(rectFromTwips(place.left, place.top, place.width, place.height));
+void put(QWidget* control, const TwipRect& place) {
+    control->setGeometry(rectFromTwips(place));
 }
 
 QString element(const QString& array, std::size_t index) {
     return array + u'(' + QString::number(index) + u')';
 }
 
-QFrame* makeFrame(const QString& name, const Place& place, QWidget* parent) {
+QFrame* makeFrame(const QString& name, const TwipRect& place, QWidget* parent) {
     auto* frame = new QFrame(parent);
     frame->setObjectName(name);
     put(frame, place);
     return frame;
 }
 
-Shape* makeCircle(const QString& name, const Place& place, QWidget* parent) {
+Shape* makeCircle(const QString& name, const TwipRect& place, QWidget* parent) {
     auto* circle = new Shape(ShapeKind::Circle, parent);
     circle->setObjectName(name);
     put(circle, place);
@@ -171,7 +164,7 @@ void FrmClient::makePack(QWidget* draft) {
     put(lstPack, kPack);
 
     for (std::size_t row = 0; row < shaDot.size(); ++row) {
-        Place place = kFirstDot;
+        TwipRect place = kFirstDot;
         place.top += static_cast<int>(row) * kDotStep;
         shaDot[row] = makeCircle(element(u"shaDot"_s, row), place, draft);
         shaDot[row]->setAccessibleName(u"Colour of card "_s + QString::number(row + 1));
@@ -190,7 +183,7 @@ void FrmClient::makePicked(QWidget* draft) {
     lblStuff = new QLabel(u"colors"_s, draft);
     lblStuff->setObjectName(u"lblStuff"_s);
     lblStuff->setAlignment(Qt::AlignCenter);
-    put(lblStuff, kStuff);
+    put(lblStuff, kColorsCaption);
 
     chkInfo = new QCheckBox(u"Info"_s, draft);
     chkInfo->setObjectName(u"chkInfo"_s);

@@ -27,9 +27,9 @@ constexpr int kMostNameLetters = 12;
 constexpr int kMostAddressLetters = 15;
 
 // Twips.
-constexpr int kClientWidth = 3450;
-constexpr int kClientHeight = 1935;
-constexpr int kMargin = 150;
+constexpr int kConnectWidth = 3450;
+constexpr int kConnectHeight = 1935;
+constexpr int kEdge = 150;
 constexpr int kRowHeight = 435;
 constexpr int kFieldLeft = 900;
 constexpr int kFieldHeight = 345;
@@ -53,7 +53,7 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
       shell_(shell),
       frmClient_(frmClient),
       frmSecurity_(frmSecurity) {
-    setClientSizeTwips(kClientWidth, kClientHeight);
+    setClientSizeTwips(kConnectWidth, kConnectHeight);
     txtName = addField(u"Name"_s, u"Name"_s, 0);
     txtName->setMaxLength(kMostNameLetters);
     txtName->setValidator(new CodePageValidator(txtName));
@@ -64,7 +64,7 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
     cmdConnect->setObjectName(u"cmdConnect"_s);
     cmdConnect->setAutoDefault(true);
     cmdConnect->setGeometry(
-        rectFromTwips(kButtonLeft, kMargin + 3 * kRowHeight, kButtonWidth, kButtonHeight));
+        rectFromTwips(kButtonLeft, kEdge + 3 * kRowHeight, kButtonWidth, kButtonHeight));
     connect(cmdConnect, &QPushButton::clicked, this, &FrmConnect::cmdConnect_Click);
 
     txtName->setText(setting::clientName.read(shell_.settings()));
@@ -77,14 +77,14 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
 }
 
 QLineEdit* FrmConnect::addField(const QString& caption, const QString& name, int row) {
-    const int top = kMargin + row * kRowHeight;
+    const int top = kEdge + row * kRowHeight;
     auto* label = new QLabel(caption, this);
     label->setObjectName(u"lbl"_s + name + u'Q');
-    label->setGeometry(rectFromTwips(kMargin, top, kFieldLeft - kMargin, kFieldHeight));
+    label->setGeometry(rectFromTwips(kEdge, top, kFieldLeft - kEdge, kFieldHeight));
     auto* field = new QLineEdit(this);
     nameControl(*field, u"txt"_s + name, caption);
     field->setGeometry(
-        rectFromTwips(kFieldLeft, top, kClientWidth - kFieldLeft - kMargin, kFieldHeight));
+        rectFromTwips(kFieldLeft, top, kConnectWidth - kFieldLeft - kEdge, kFieldHeight));
     label->setBuddy(field);
     connect(field, &QLineEdit::returnPressed, this, &FrmConnect::cmdConnect_Click);
     return field;

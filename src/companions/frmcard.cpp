@@ -22,8 +22,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kWidth = 3600;  // twips
-constexpr int kHeight = 4350;
+constexpr int kCardWidth = 3600;  // twips
+constexpr int kCardHeight = 4350;
 constexpr int kCallerGap = 240;  // between the caller's right edge and this window
 
 constexpr int kTextSize = 10;  // pixels
@@ -76,7 +76,7 @@ FrmCard::FrmCard(Shell&)
 }
 
 void FrmCard::layOut() {
-    setClientSizeTwips(kWidth, kHeight);
+    setClientSizeTwips(kCardWidth, kCardHeight);
     shaBorder->setObjectName(u"shaBorder"_s);
     shaBorder->setFilled(false);
     shaBorder->setBorderColor(QColor(192, 192, 192));

@@ -19,21 +19,21 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Twips.
-constexpr int kWidth = 5400;
-constexpr int kHeight = 4050;
+constexpr int kAboutWidth = 5400;
+constexpr int kAboutHeight = 4050;
 constexpr int kLeft = 360;
-constexpr int kInner = kWidth - 2 * kLeft;
+constexpr int kInner = kAboutWidth - 2 * kLeft;
 
-struct Place {
+struct Band {
     int top;
     int height;
 };
-constexpr Place kPackwise{270, 720};
-constexpr Place kVersion{990, 300};
-constexpr Place kStuff{1380, 255};
-constexpr Place kNotice{1800, 780};
-constexpr Place kCredits{2730, 540};
-constexpr Place kSiteLink{3420, 300};
+constexpr Band kPackwise{270, 720};
+constexpr Band kVersion{990, 300};
+constexpr Band kStuff{1380, 255};
+constexpr Band kNotice{1800, 780};
+constexpr Band kCredits{2730, 540};
+constexpr Band kSiteLink{3420, 300};
 constexpr int kLines[] = {1710, 2655, 3345};
 
 void setColor(QWidget& control, const QColor& color) {
@@ -75,7 +75,7 @@ QLabel* FrmInfo::addLabel(const QString& name, const QString& text) {
 }
 
 void FrmInfo::layOut() {
-    setClientSizeTwips(kWidth, kHeight);
+    setClientSizeTwips(kAboutWidth, kAboutHeight);
     auto* outline = new Shape(ShapeKind::Rectangle, this);
     outline->setFilled(false);
     outline->setBorderColor(QColor(160, 160, 160));
@@ -87,9 +87,9 @@ void FrmInfo::layOut() {
         setColor(*line, QColor(200, 200, 200));
         line->setGeometry(rectFromTwips(kLeft, top, kInner, kTwipsPerPixel));
     }
-    const std::pair<QLabel*, Place> places[] = {{lblPackwise, kPackwise}, {lblVersion, kVersion},
-                                                {lblStuff, kStuff},       {Label1, kNotice},
-                                                {Label2, kCredits},       {lblSiteLink, kSiteLink}};
+    const std::pair<QLabel*, Band> places[] = {{lblPackwise, kPackwise}, {lblVersion, kVersion},
+                                               {lblStuff, kStuff},       {Label1, kNotice},
+                                               {Label2, kCredits},       {lblSiteLink, kSiteLink}};
     for (const auto& [label, place] : places) {
         label->setGeometry(rectFromTwips(kLeft, place.top, kInner, place.height));
     }

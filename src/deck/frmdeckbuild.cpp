@@ -23,7 +23,7 @@ constexpr int kCardGap = 240;          // twips between this window and the card
 constexpr int kLeastDeck = 40;
 constexpr int kMostFreeLands = 100;
 
-const QString kNotice = u"Packwise 1.41"_s;
+const QString kNoticeCaption = u"Packwise 1.41"_s;
 const QString kSeparator = u" "_s;
 const QString kHeadingStart = u"---"_s;
 const std::array kHeadings = {u"---BLACK---"_s, u"---BLUE---"_s,  u"---GREEN---"_s,
@@ -101,13 +101,7 @@ void FrmDeckBuild::createControls() {
 }
 
 void FrmDeckBuild::placeControls() {
-    struct Place {
-        QWidget* control;
-        const char16_t* name;
-        const char16_t* spoken;
-        int left, top, width, height;  // twips
-    };
-    const Place places[] = {
+    const ControlRow rows[] = {
         {Label1, u"Label1", u"", 120, 90, 1500, 270},
         {lblSBCount, u"lblSBCount", u"", 2310, 90, 600, 270},
         {lstSB, u"lstSB", u"Sideboard", 120, 375, 2790, 4500},
@@ -126,11 +120,7 @@ void FrmDeckBuild::placeControls() {
         {cmdLand[4], u"cmdLand(4)", u"", 5085, 5715, 1170, 390},
         {chkSnow, u"chkSnow", u"", 120, 6225, 1500, 390},
         {cmdSave, u"cmdSave", u"", 4755, 6225, 1500, 390}};
-    for (const Place& place : places) {
-        nameControl(*place.control, QString::fromUtf16(place.name),
-                    QString::fromUtf16(place.spoken));
-        place.control->setGeometry(rectFromTwips(place.left, place.top, place.width, place.height));
-    }
+    packwise::placeControls(rows);
     setSizeTwips(kCaptionedWidth, 7065);
 }
 
@@ -289,7 +279,7 @@ int FrmDeckBuild::placeInSideboard(int group) const {
 void FrmDeckBuild::cmdLand_Click(int index) {
     if (freeLands == kMostFreeLands) {
         shell_.boxes().show(this, Box{u"I have to draw the line somewhere! No more land!"_s,
-                                      kNotice, BoxButtons::Ok, BoxIcon::Exclamation});
+                                      kNoticeCaption, BoxButtons::Ok, BoxIcon::Exclamation});
         for (QPushButton* button : cmdLand) {
             button->setEnabled(false);
         }
@@ -336,8 +326,8 @@ bool FrmDeckBuild::queryUnload(UnloadMode mode) {
     if (!isEnabled()) {
         return false;  // Save As is open
     }
-    const bool quit = shell_.boxes().show(
-        this, Box{u"Quit without saving?"_s, kNotice, BoxButtons::YesNo, BoxIcon::Exclamation});
+    const bool quit = shell_.boxes().show(this, Box{u"Quit without saving?"_s, kNoticeCaption,
+                                                    BoxButtons::YesNo, BoxIcon::Exclamation});
     if (!quit || shell_.ended()) {
         return false;
     }

@@ -12,6 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr int kLongestTip = 200;  // characters
+
 QPalette lightPalette() {
     QPalette colors;
     const QColor face(240, 240, 240);
@@ -69,6 +71,21 @@ void nameControl(QWidget& control, const QString& name, const QString& spoken) {
     if (!spoken.isEmpty()) {
         control.setAccessibleName(spoken);
     }
+}
+
+void placeControls(std::span<const ControlRow> rows) {
+    for (const ControlRow& row : rows) {
+        nameControl(*row.control, QString::fromUtf16(row.name), QString::fromUtf16(row.spoken));
+        row.control->setGeometry(rectFromTwips(row.place));
+    }
+}
+
+QString tipForCut(const QString& caption, const QWidget& control, int width) {
+    if (control.fontMetrics().horizontalAdvance(caption) <= width) {
+        return {};
+    }
+    // Rich text is wrapped.
+    return u"<span>"_s + caption.left(kLongestTip).toHtmlEscaped() + u"</span>"_s;
 }
 
 }  // namespace packwise

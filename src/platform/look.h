@@ -2,7 +2,11 @@
 // the windows' fixed places.
 #pragma once
 
+#include "platform/twips.h"
+
 #include <QFont>
+
+#include <span>
 
 class QApplication;
 class QWidget;
@@ -20,5 +24,19 @@ QFont fixedPitchFont(int pixelSize = 13, bool bold = false);
 
 // Gives a control its name, and for one without a caption the name that a screen reader speaks.
 void nameControl(QWidget& control, const QString& name, const QString& spoken = {});
+
+// A control, the names that nameControl() gives it, and its place.
+struct ControlRow {
+    QWidget* control;
+    const char16_t* name;
+    const char16_t* spoken;
+    TwipRect place;
+};
+
+void placeControls(std::span<const ControlRow> rows);
+
+// The tool tip of a caption that the control cuts: its start, wrapped. Empty for one that fits into
+// the width, in device-independent pixels.
+QString tipForCut(const QString& caption, const QWidget& control, int width);
 
 }  // namespace packwise

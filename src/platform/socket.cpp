@@ -1,5 +1,6 @@
 #include "platform/socket.h"
 
+#include <QHostAddress>
 #include <QPointer>
 #include <QTcpServer>
 #include <QTcpSocket>

@@ -1,7 +1,6 @@
 // A socket control: one object that can listen, accept or connect, told by events and a state.
 #pragma once
 
-#include <QHostAddress>
 #include <QObject>
 #include <QString>
 

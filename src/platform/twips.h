@@ -15,8 +15,21 @@ constexpr int toTwips(int pixels) {
     return pixels * kTwipsPerPixel;
 }
 
+// A place within a window or a frame, in twips.
+struct TwipRect {
+    int left;
+    int top;
+    int width;
+    int height;
+};
+
+inline QRect rectFromTwips(const TwipRect& place) {
+    return QRect(toPixels(place.left), toPixels(place.top), toPixels(place.width),
+                 toPixels(place.height));
+}
+
 inline QRect rectFromTwips(int left, int top, int width, int height) {
-    return QRect(toPixels(left), toPixels(top), toPixels(width), toPixels(height));
+    return rectFromTwips({left, top, width, height});
 }
 
 }  // namespace packwise

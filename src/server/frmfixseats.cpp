@@ -19,31 +19,31 @@ const QColor kUnused(128, 128, 128);
 const QColor kPlayer(255, 255, 255);
 const QColor kChosen(255, 0, 0);
 
-constexpr int kClientWidth = 8550;
-constexpr int kClientHeight = 4500;
+constexpr int kSeatingWidth = 8550;
+constexpr int kSeatingHeight = 4500;
 constexpr int kSeatWidth = 2550;
 constexpr int kSeatHeight = 480;
 
-struct Place {
+struct RingPlace {
     int left;
     int top;
 };
 
 // The ring, clockwise from the upper left, by table position.
-constexpr std::array<Place, 8> kRing = {{{1650, 240},
-                                         {4350, 240},
-                                         {5760, 1080},
-                                         {5760, 1920},
-                                         {4350, 2760},
-                                         {1650, 2760},
-                                         {240, 1920},
-                                         {240, 1080}}};
+constexpr std::array<RingPlace, 8> kRing = {{{1650, 240},
+                                             {4350, 240},
+                                             {5760, 1080},
+                                             {5760, 1920},
+                                             {4350, 2760},
+                                             {1650, 2760},
+                                             {240, 1920},
+                                             {240, 1080}}};
 
 }  // namespace
 
 FrmFixSeats::FrmFixSeats(Shell& shell)
     : Form(u"frmFixSeats"_s, u"Fix Seating"_s, FormBorder::Fixed), shell_(shell) {
-    setClientSizeTwips(kClientWidth, kClientHeight);
+    setClientSizeTwips(kSeatingWidth, kSeatingHeight);
     for (int i = 0; i < kSeats; ++i) {
         const auto at = static_cast<std::size_t>(i);
         auto* label = new SeatLabel(this);

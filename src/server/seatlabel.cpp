@@ -1,5 +1,7 @@
 #include "server/seatlabel.h"
 
+#include "platform/look.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -8,7 +10,6 @@ namespace packwise {
 namespace {
 
 constexpr int kTextMargin = 6;
-constexpr int kLongestTip = 200;  // characters
 
 }  // namespace
 
@@ -19,10 +20,7 @@ SeatLabel::SeatLabel(QWidget* parent) : QAbstractButton(parent) {
 void SeatLabel::setCaption(const QString& caption) {
     caption_ = caption;
     setAccessibleName(caption);
-    const bool cut = fontMetrics().horizontalAdvance(caption) > width() - 2 * kTextMargin;
-    setToolTip(cut ? QStringLiteral("<span>") + caption.left(kLongestTip).toHtmlEscaped() +
-                         QStringLiteral("</span>")
-                   : QString());
+    setToolTip(tipForCut(caption, *this, width() - 2 * kTextMargin));
     update();
 }
 

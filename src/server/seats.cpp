@@ -1,5 +1,6 @@
 // The seats and their connections.
 #include "common/codepage.h"
+#include "platform/look.h"
 #include "server/frmserver.h"
 
 #include <QCheckBox>
@@ -11,7 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kFullSocket = kSeats + 1;
-constexpr int kLongestTip = 200;  // characters
 
 }  // namespace
 
@@ -124,10 +124,7 @@ void FrmServer::Disconnect(int num) {
 
 void FrmServer::setSeatRow(int row, const QString& text) const {
     lstNames->setText(row, text);
-    const bool cut =
-        lstNames->fontMetrics().horizontalAdvance(text) > lstNames->viewport()->width() - 8;
-    lstNames->item(row)->setToolTip(
-        cut ? u"<span>"_s + text.left(kLongestTip).toHtmlEscaped() + u"</span>"_s : QString());
+    lstNames->item(row)->setToolTip(tipForCut(text, *lstNames, lstNames->viewport()->width() - 8));
 }
 
 }  // namespace packwise

@@ -22,8 +22,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kClientWidth = 8640;
-constexpr int kClientHeight = 6480;
+constexpr int kConsoleWidth = 8640;
+constexpr int kConsoleHeight = 6480;
 
 // The rows of fraPacks and of lstNames.
 constexpr int kPackTop = 360;
@@ -37,10 +37,7 @@ constexpr int kLightSize = 165;
 
 struct Placing {
     QWidget* control;
-    int left;
-    int top;
-    int width;
-    int height;
+    TwipRect place;
 };
 
 template <class T>
@@ -150,7 +147,7 @@ void FrmServer::makeSeatControls() {
 }
 
 void FrmServer::placeControls() {
-    setClientSizeTwips(kClientWidth, kClientHeight);
+    setClientSizeTwips(kConsoleWidth, kConsoleHeight);
     const Placing inWindow[] = {
         {lblPortQ, 180, 180, 510, 390},
         {txtPort, 735, 180, 840, 390},
@@ -177,7 +174,7 @@ void FrmServer::placeControls() {
     for (const std::span<const Placing> table :
          {std::span<const Placing>(inWindow), std::span<const Placing>(inFraDraft)}) {
         for (const Placing& row : table) {
-            row.control->setGeometry(rectFromTwips(row.left, row.top, row.width, row.height));
+            row.control->setGeometry(rectFromTwips(row.place));
         }
     }
     for (int i = 0; i < kSeats; ++i) {

@@ -35,9 +35,9 @@ QStringList keysOf(const MtgFace& face) {
     return keys;
 }
 
-class Reader {
+class CubeReader {
 public:
-    Reader(const QString& displayName, const CardDetails* details) : details_(details) {
+    CubeReader(const QString& displayName, const CardDetails* details) : details_(details) {
         read_.source.displayName = nearest_.bytes(displayName);
         read_.source.counts.fill(kMostCardsInPack / static_cast<int>(kPools.size()));
     }
@@ -187,7 +187,7 @@ ReadSource readCube(const QByteArray& utf8, const QString& displayName,
     if (const int line = lineOutsideUtf8(utf8); line > 0) {
         return {{}, {{"the text is not UTF-8; save it as UTF-8", "line " + std::to_string(line)}}};
     }
-    return Reader(displayName, details).read(cubeLines(utf8));
+    return CubeReader(displayName, details).read(cubeLines(utf8));
 }
 
 }  // namespace packwise::sets

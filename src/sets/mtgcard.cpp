@@ -9,7 +9,7 @@ namespace packwise::sets {
 
 namespace {
 
-constexpr std::pair<std::string_view, std::string_view> kMarks[] = {
+constexpr std::pair<std::string_view, std::string_view> kRarityMarks[] = {
     {"common", "-"}, {"uncommon", "="}, {"rare", "+"}, {"mythic", "+"},
     {"basic", "."},  {"special", "."},  {"bonus", "."}};
 
@@ -124,9 +124,9 @@ CardRecord recordOf(const MtgCard& card, Nearest& nearest) {
 
 std::string markOfRarity(std::string_view rarity) {
     const auto* const found =
-        std::find_if(std::begin(kMarks), std::end(kMarks),
+        std::find_if(std::begin(kRarityMarks), std::end(kRarityMarks),
                      [rarity](const auto& row) { return row.first == rarity; });
-    return found == std::end(kMarks) ? std::string() : std::string(found->second);
+    return found == std::end(kRarityMarks) ? std::string() : std::string(found->second);
 }
 
 std::string colorOf(const std::vector<std::string>& colors, bool isLand) {

@@ -12,8 +12,8 @@ namespace packwise::sets {
 
 namespace {
 
-constexpr std::string_view kColors = "BUGRWAML";
-constexpr std::string_view kMarks = "-=+.";
+constexpr std::string_view kColorLetters = "BUGRWAML";
+constexpr std::string_view kMarkLetters = "-=+.";
 constexpr std::size_t kLongestField = std::numeric_limits<std::int16_t>::max();
 
 bool isOneOf(std::string_view text, std::string_view letters) {
@@ -38,10 +38,10 @@ std::vector<std::string> faultsOfCard(const CardRecord& card) {
     if (hasControl(card.name)) {
         faults.emplace_back("the name holds a line end or another control character");
     }
-    if (!isOneOf(card.rarity, kMarks)) {
+    if (!isOneOf(card.rarity, kMarkLetters)) {
         faults.push_back("the mark \"" + card.rarity + "\" is none of - = + .");
     }
-    if (!isOneOf(card.color, kColors)) {
+    if (!isOneOf(card.color, kColorLetters)) {
         faults.push_back("the colour \"" + card.color + "\" is none of B U G R W A M L");
     }
     for (const std::string* field : {&card.name, &card.cost, &card.type, &card.text, &card.pt}) {

@@ -51,7 +51,7 @@ constexpr std::pair<const char16_t*, const char*> kRarities[] = {
     {u"undealt", "."}, {u"b", "."}, {u"mythic rare", "+"},
 };
 
-constexpr std::pair<const char16_t*, const char*> kColors[] = {
+constexpr std::pair<const char16_t*, const char*> kColorWords[] = {
     {u"white", "W"},
     {u"blue", "U"},
     {u"black", "B"},
@@ -126,9 +126,9 @@ QChar separatorOf(const QString& text) {
     return header.contains(u'\t') ? u'\t' : header.contains(u',') ? u',' : u';';
 }
 
-class Reader {
+class TableReader {
 public:
-    explicit Reader(const QString& displayName) {
+    explicit TableReader(const QString& displayName) {
         read_.source.displayName = nearest_.bytes(displayName);
         read_.source.counts = kUsualPack;
         column_.fill(-1);
@@ -183,8 +183,8 @@ private:
 
     // Nothing when the word names no colour.
     static std::optional<std::string> letterOf(const QString& word, bool isLand) {
-        const auto known = find(kColors, word);
-        if (known != std::end(kColors)) {
+        const auto known = find(kColorWords, word);
+        if (known != std::end(kColorWords)) {
             return *known->second != '\0' ? std::string(known->second) : colorOf({}, isLand);
         }
         std::vector<std::string> letters;
@@ -260,7 +260,7 @@ private:
 }  // namespace
 
 ReadSource readTable(const QByteArray& utf8, const QString& displayName) {
-    return Reader(displayName).read(utf8);
+    return TableReader(displayName).read(utf8);
 }
 
 }  // namespace packwise::sets

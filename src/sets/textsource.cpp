@@ -17,10 +17,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::pair<const char16_t*, const char*> kMarkWords[] = {
+constexpr std::pair<const char16_t*, const char*> kSectionMarks[] = {
     {u"common", "-"}, {u"uncommon", "="}, {u"rare", "+"}, {u"undealt", "."}};
 
-constexpr std::pair<const char16_t*, const char*> kColorWords[] = {
+constexpr std::pair<const char16_t*, const char*> kSectionColors[] = {
     {u"black", "B"}, {u"blue", "U"},     {u"green", "G"},       {u"red", "R"},
     {u"white", "W"}, {u"artifact", "A"}, {u"multicolour", "M"}, {u"land", "L"}};
 
@@ -33,7 +33,7 @@ std::string letterOf(const Table& table, const QString& word) {
     return found == std::end(table) ? std::string() : std::string(found->second);
 }
 
-class Reader {
+class TextReader {
 public:
     void line(const QString& text) {
         ++number_;
@@ -127,8 +127,8 @@ private:
 
     void section(const QString& title) {
         const QStringList words = title.split(u' ');
-        mark_ = letterOf(kMarkWords, words.front());
-        color_ = words.size() == 2 ? letterOf(kColorWords, words.back()) : std::string();
+        mark_ = letterOf(kSectionMarks, words.front());
+        color_ = words.size() == 2 ? letterOf(kSectionColors, words.back()) : std::string();
         inCard_ = false;
         if (mark_.empty() || color_.empty()) {
             refuse("\"" + toBytes(title) + "\" is no heading such as \"== common blue\"");
@@ -181,7 +181,7 @@ private:
 }  // namespace
 
 ReadSource readTextSource(const QByteArray& utf8) {
-    Reader reader;
+    TextReader reader;
     int number = 0;
     for (QByteArray line : utf8.split('\n')) {
         ++number;

@@ -18,7 +18,6 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 
 constexpr int kPlayers = 8;
-constexpr int kRounds = 3;
 constexpr int kLeaver = 5;  // seat index
 constexpr int kCards = 15;
 

@@ -14,6 +14,8 @@
 
 namespace packwise {
 
+inline constexpr int kRounds = 3;
+
 // Runs the event loop until the condition holds. False when it does not come to hold in time.
 bool spinUntil(const std::function<bool()>& condition, int milliseconds = 5000);
 

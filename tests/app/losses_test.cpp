@@ -15,9 +15,8 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr int kPlayers = 3;
-constexpr int kPacks = 3;
-constexpr int kCards = 3;
+constexpr int kSmallTable = 3;
+constexpr int kSmallPack = 3;
 
 // Looked at whenever nothing is under way; true when the player of the seat index is to be lost.
 using Moment = bool (*)(DraftParty&, int seat);
@@ -34,7 +33,7 @@ int cardsLeft(DraftParty& party) {
 }
 
 bool otherMayPick(DraftParty& party, int seat) {
-    for (int other = 0; other < kPlayers; ++other) {
+    for (int other = 0; other < kSmallTable; ++other) {
         if (other != seat && party.player(other).mayPick()) {
             return true;
         }
@@ -59,8 +58,8 @@ const Case kCases[] = {
      }},
     {"last pick of the draft", true, false,
      [](DraftParty& party, int) {
-         return cardsLeft(party) == 1 && party.server().table().roundNo == kPlayers &&
-                party.server().rochester().rochSet() == kPacks;
+         return cardsLeft(party) == 1 && party.server().table().roundNo == kSmallTable &&
+                party.server().rochester().rochSet() == kRounds;
      }},
     {"while the seats are fixed, Booster", false, true,
      [](DraftParty& party, int) { return party.host().program.isVisible(FormId::FixSeats); }},
@@ -82,7 +81,7 @@ public:
     LossTable(const Case& c, int seat, bool halt)
         : case_(c),
           seat_(seat),
-          party_(kPlayers, cards_.setNames(), kPacks,
+          party_(kSmallTable, cards_.setNames(), kRounds,
                  {.rochester = c.rochester, .fixSeats = c.fixSeats, .halt = halt}) {}
 
     // Plays until the draft is over or stopped.
@@ -111,14 +110,14 @@ public:
             << server().table().roundNo;
         EXPECT_TRUE(lost);
         if (!halt) {
-            EXPECT_LE(ticks, kPacks * kPlayers * kCards);
+            EXPECT_LE(ticks, kRounds * kSmallTable * kSmallPack);
         }
     }
 
     void expectEnd(bool halt) {
         const QString name = party_.player(seat_).name;
         EXPECT_EQ(server().lstNames->text(seat_), u" "_s);
-        for (int other = 0; other < kPlayers; ++other) {
+        for (int other = 0; other < kSmallTable; ++other) {
             if (other == seat_) {
                 continue;
             }
@@ -140,7 +139,7 @@ public:
 private:
     FrmServer& server() { return party_.server(); }
 
-    static int picksOfEach() { return kPacks * kCards; }  // with as many cards as seats
+    static int picksOfEach() { return kRounds * kSmallPack; }  // with as many cards as seats
 
     void loseAtTheMoment(bool& lost) {
         if (!lost && case_.moment(party_, seat_)) {
@@ -173,7 +172,7 @@ private:
         if (case_.rochester) {
             return server().rochester().turnPosition() == position;
         }
-        for (int other = 0; other < kPlayers; ++other) {
+        for (int other = 0; other < kSmallTable; ++other) {
             if (other != position && !server().booster().seatPicked(other)) {
                 return false;
             }
@@ -182,7 +181,7 @@ private:
     }
 
     bool everybodySentHome() {
-        for (int other = 0; other < kPlayers; ++other) {
+        for (int other = 0; other < kSmallTable; ++other) {
             if (!party_.player(other).gone &&
                 party_.player(other).client().wskClient->state() != Socket::Closed) {
                 return false;
@@ -202,7 +201,7 @@ class LossesWithAndWithoutHalt : public testing::TestWithParam<bool> {};
 TEST_P(LossesWithAndWithoutHalt, AtNoMomentMakeTheOthersWait) {
     const bool halt = GetParam();
     for (const Case& c : kCases) {
-        for (int seat = 0; seat < kPlayers; ++seat) {
+        for (int seat = 0; seat < kSmallTable; ++seat) {
             SCOPED_TRACE(std::string(c.name) + ", seat " + std::to_string(seat));
             LossTable table(c, seat, halt);
             ASSERT_NO_FATAL_FAILURE(table.play(halt));
@@ -216,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(HaltOnDrop, LossesWithAndWithoutHalt, testing::Bool());
 TEST(Losses, BeforeTheStartFreesTheSeatForGood) {
     for (const bool rochester : {false, true}) {
         const CardFolder cards(1, 1, 1);
-        DraftParty party(kPlayers, cards.setNames(), kPacks, {.rochester = rochester});
+        DraftParty party(kSmallTable, cards.setNames(), kRounds, {.rochester = rochester});
         ASSERT_TRUE(party.join());
         const ListBox& seen = *party.player(2).program.frmMessage->lstNames;
         ASSERT_TRUE(spinUntil([&] { return seen.text(1) == party.player(1).name; }));
@@ -236,10 +235,11 @@ TEST(Losses, BeforeTheStartFreesTheSeatForGood) {
 TEST(Losses, AllButOneAtOnceStillReachTheEnd) {
     for (const bool rochester : {false, true}) {
         const CardFolder cards(1, 1, 1);
-        DraftParty party(kPlayers, cards.setNames(), kPacks, {.rochester = rochester});
+        DraftParty party(kSmallTable, cards.setNames(), kRounds, {.rochester = rochester});
         ASSERT_TRUE(party.join());
         party.start();
-        ASSERT_TRUE(spinUntil([&] { return party.player(2).client().lstPack->count() == kCards; }));
+        ASSERT_TRUE(
+            spinUntil([&] { return party.player(2).client().lstPack->count() == kSmallPack; }));
         party.lose(0);
         party.lose(1);
         EXPECT_TRUE(spinUntil([&] {
@@ -247,7 +247,7 @@ TEST(Losses, AllButOneAtOnceStillReachTheEnd) {
             party.server().tmrRandoms_Timer();
             return party.allBuildDecks();
         }));
-        EXPECT_EQ(party.player(2).client().lstPickedNS->count(), kPacks * kCards);
+        EXPECT_EQ(party.player(2).client().lstPickedNS->count(), kRounds * kSmallPack);
     }
 }
 

@@ -15,13 +15,11 @@ using namespace Qt::Literals::StringLiterals;
 
 using Counts = std::map<QString, int>;
 
-constexpr int kPacks = 3;
-
 // Plays a Rochester draft in step: nobody acts before every client shows the same pack.
 class RochesterTable {
 public:
     RochesterTable(int players, bool timed)
-        : party_(players, cards_.setNames(), kPacks, {.rochester = true, .timed = timed}),
+        : party_(players, cards_.setNames(), kRounds, {.rochester = true, .timed = timed}),
           timed_(timed) {}
 
     void play() {
@@ -146,7 +144,7 @@ TEST(RochesterDraft, SmallTablesPlayToTheEndTimedAndUntimed) {
             SCOPED_TRACE(std::to_string(players) + (timed ? " timed" : " untimed"));
             RochesterTable table(players, timed);
             ASSERT_NO_FATAL_FAILURE(table.play());
-            ASSERT_EQ(table.pickers().size(), static_cast<std::size_t>(players * kPacks));
+            ASSERT_EQ(table.pickers().size(), static_cast<std::size_t>(players * kRounds));
             const std::vector<int> alone(15, 0);
             const std::vector<int> first{0, 1, 1, 0, 0, 1, 1, 0, 0, 1, 1, 0, 0, 1, 1};
             EXPECT_EQ(table.pickers()[0], players == 1 ? alone : first);
