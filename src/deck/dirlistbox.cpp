@@ -36,7 +36,7 @@ bool DirListBox::setPath(const QString& path) {
     for (qsizetype row = 0; row < rowPaths_.size(); ++row) {
         const QDir folderOfRow(rowPaths_[row]);
         const QString name = folderOfRow.isRoot() ? rowPaths_[row] : folderOfRow.dirName();
-        const auto depth = static_cast<int>(std::min(row, chain.size()));
+        const qsizetype depth = std::min(row, chain.size());
         addItem(QString(2 * depth, u' ') + name);
     }
     const auto own = static_cast<int>(chain.size()) - 1;

@@ -122,9 +122,9 @@ void DemoTable::showBoosterDraft() {
         return;
     }
     draftShown_ = true;
-    constexpr int kAhead = 4;
-    for (int ahead = 0; ahead < kAhead; ++ahead) {
-        DemoSeat& seat = *seats_[static_cast<std::size_t>(2 * ahead)];
+    constexpr std::size_t kAhead = 4;
+    for (std::size_t ahead = 0; ahead < kAhead; ++ahead) {
+        DemoSeat& seat = *seats_[2 * ahead];
         pick(seat);
     }
     waitFor(u"the seats change colour"_s, [&] {
