@@ -1,6 +1,7 @@
 // The pair of files that a set becomes: complete, or as it was.
-#include "sets/sheet.h"
 #include "sets/writer.h"
+
+#include "sets/sheet.h"
 
 #include <QDir>
 #include <QTemporaryDir>
