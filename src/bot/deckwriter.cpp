@@ -2,6 +2,7 @@
 
 #include "common/codepage.h"
 #include "deck/deckfile.h"
+#include "deck/timestamp.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,17 +14,6 @@ using namespace Qt::Literals;
 namespace packwise {
 
 namespace {
-
-std::string stampOf(const QDateTime& now) {
-    QString stamp = QLocale::system().toString(now.date(), QLocale::ShortFormat) + u' ' +
-                    now.time().toString(u"hh:mm:ss"_s);
-    for (QChar& c : stamp) {
-        if (c.isSpace()) {
-            c = u' ';
-        }
-    }
-    return toBytes(stamp);
-}
 
 // Only letters and digits of the player's name stand in a file name.
 QString freePath(const QDir& folder, std::string_view player, const QDateTime& now) {
@@ -47,7 +37,7 @@ std::variant<SavedDeck, QString> writeDeck(const QString& folder, std::string_vi
                                            const QDateTime& now,
                                            const std::vector<std::string>& deck,
                                            const std::vector<std::string>& sideboard) {
-    const DeckFile text = makeDeckFile(stampOf(now), deck, sideboard);
+    const DeckFile text = makeDeckFile(toBytes(timeStamp(now, QLocale::system())), deck, sideboard);
     const QString path = freePath(QDir(folder), player, now);
     QSaveFile file(path);
     const auto size = static_cast<qint64>(text.text.size());
