@@ -82,9 +82,9 @@ void FrmInfo::layOut() {
     outline->setGeometry(rect());
     outline->lower();
     for (const int top : kLines) {
-        auto* line = new QFrame(this);
-        line->setFrameStyle(QFrame::HLine | QFrame::Plain);
-        setColor(*line, QColor(200, 200, 200));
+        auto* line = new QWidget(this);
+        line->setAutoFillBackground(true);
+        line->setPalette(QPalette(QColor(200, 200, 200)));
         line->setGeometry(rectFromTwips(kLeft, top, kInner, kTwipsPerPixel));
     }
     const std::pair<QLabel*, Band> places[] = {{lblPackwise, kPackwise}, {lblVersion, kVersion},
