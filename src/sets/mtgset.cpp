@@ -88,8 +88,7 @@ public:
             std::move(more.begin(), more.end(), std::back_inserter(faults));
         };
         add(nearest_.warnings());
-        add(displayNameFaults(read_.source.displayName));
-        add(cardFaults(read_.source.cards, [this](std::size_t card) { return places_[card]; }));
+        add(setFaults(read_.source, [this](std::size_t card) { return places_[card]; }));
         add(packFaults(read_.source.counts, read_.source.cards));
         return std::move(read_);
     }

@@ -3,7 +3,7 @@
 #include "common/protocol.h"
 
 #include <algorithm>
-#include <cctype>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <set>
@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view kColorLetters = "BUGRWAML";
 constexpr std::string_view kMarkLetters = "-=+.";
+constexpr std::size_t kLongestDisplayName = 100;
 constexpr std::size_t kLongestField = std::numeric_limits<std::int16_t>::max();
 
 bool isOneOf(std::string_view text, std::string_view letters) {
@@ -72,25 +73,41 @@ std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceO
     return faults;
 }
 
-std::vector<Fault> tokenWarnings(const std::vector<CardRecord>& cards, const PlaceOf& placeOf) {
+std::vector<Fault> shadowWarning(const std::vector<CardRecord>& cards, const PlaceOf& placeOf) {
     std::map<std::string, std::size_t> tokens;
     for (std::size_t i = 0; i < cards.size(); ++i) {
         if (cards[i].rarity != "." && !cards[i].name.empty()) {
             tokens.emplace(cards[i].color + cards[i].name, i);
         }
     }
-    std::vector<Fault> faults;
+    if (tokens.size() > kMostCardsInPool * kPools.size()) {
+        return {};  // refused for that, and too many to compare
+    }
+    std::vector<Fault> warning;
+    int others = -1;
     for (const auto& [token, card] : tokens) {
         const auto longer =
             std::find_if(tokens.begin(), tokens.end(), [&token = token](const auto& other) {
                 return other.first.size() > token.size() &&
                        other.first.find(token) != std::string::npos;
             });
-        if (longer != tokens.end()) {
-            faults.push_back({"a pack never gets \"" + cards[card].name + "\" once it holds \"" +
-                                  cards[longer->second].name + "\", which begins alike",
-                              placeOf(card), true});
+        if (longer != tokens.end() && ++others == 0) {
+            warning = {{"a pack never gets \"" + cards[card].name + "\" once it holds \"" +
+                            cards[longer->second].name + "\", which begins alike",
+                        placeOf(card), true}};
         }
+    }
+    if (others > 0) {
+        warning.front().what += ", and so with " + std::to_string(others) + " more";
+    }
+    return warning;
+}
+
+std::vector<Fault> setFaults(const SetSource& set, const PlaceOf& placeOf) {
+    std::vector<Fault> faults = displayNameFaults(set.displayName);
+    for (std::vector<Fault>& more :
+         std::array{cardFaults(set.cards, placeOf), shadowWarning(set.cards, placeOf)}) {
+        std::move(more.begin(), more.end(), std::back_inserter(faults));
     }
     return faults;
 }
@@ -139,6 +156,11 @@ std::vector<Fault> displayNameFaults(std::string_view displayName) {
     const std::string base = setFileBase(displayName);
     if (base.empty()) {
         return {{"the set has no name", {}}};
+    }
+    if (displayName.size() > kLongestDisplayName) {
+        return {
+            {"the set's name is longer than " + std::to_string(kLongestDisplayName) + " characters",
+             {}}};
     }
     if (displayName.find_first_of("|~") != std::string_view::npos || hasControl(displayName)) {
         return {

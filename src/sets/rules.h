@@ -16,9 +16,9 @@ using PlaceOf = std::function<std::string(std::size_t card)>;
 // Bad or double names, bad marks and colours.
 std::vector<Fault> cardFaults(const std::vector<CardRecord>& cards, const PlaceOf& placeOf);
 
-// Warnings for the author of a set: cards whose colour and name stand inside another's, so that
-// the dealer takes the one for the other.
-std::vector<Fault> tokenWarnings(const std::vector<CardRecord>& cards, const PlaceOf& placeOf);
+// One warning, or none, about cards whose colour and name stand inside another's, so that the
+// dealer takes the one for the other.
+std::vector<Fault> shadowWarning(const std::vector<CardRecord>& cards, const PlaceOf& placeOf);
 
 // Pools that are too large, or that cannot fill a pack of these counts (by Pool), and packs of no
 // or of too many cards.
@@ -27,6 +27,9 @@ std::vector<Fault> packFaults(const std::array<int, 3>& counts,
 
 // A display name that names no file on every system.
 std::vector<Fault> displayNameFaults(std::string_view displayName);
+
+// All of the above but what is wrong with its packs.
+std::vector<Fault> setFaults(const SetSource& set, const PlaceOf& placeOf);
 
 // "common", "uncommon" or "rare".
 std::string_view poolName(Pool pool);

@@ -240,11 +240,7 @@ private:
         };
         const bool clean = faults.empty();
         add(nearest_.warnings());
-        add(displayNameFaults(read_.source.displayName));
-        add(cardFaults(read_.source.cards,
-                       [this](std::size_t card) { return placeOf(lines_[card]); }));
-        add(tokenWarnings(read_.source.cards,
-                          [this](std::size_t card) { return placeOf(lines_[card]); }));
+        add(setFaults(read_.source, [this](std::size_t card) { return placeOf(lines_[card]); }));
         if (clean) {
             add(packFaults(read_.source.counts, read_.source.cards));
         }

@@ -66,7 +66,7 @@ public:
             return "line " + std::to_string(cardLines_[index]);
         };
         append(cardFaults(read_.source.cards, placeOf));
-        append(tokenWarnings(read_.source.cards, placeOf));
+        append(shadowWarning(read_.source.cards, placeOf));
         if (read_.faults.empty() || std::all_of(read_.faults.begin(), read_.faults.end(),
                                                 [](const Fault& f) { return f.warning; })) {
             append(displayNameFaults(read_.source.displayName));

@@ -78,6 +78,30 @@ TEST(Table, IsRefusedWithTheLineOfTheFault) {
     }
 }
 
+TEST(Table, IsRefusedWithASetNameThatNamesNoFileOrBreaksMessages) {
+    const std::pair<QString, const char*> cases[] = {
+        {u" "_s, "the set has no name"},          {u"Elk~s"_s, "the set's name holds a reserved"},
+        {u"Elk|s"_s, "the set's name holds"},     {u"Elk\ns"_s, "a control character"},
+        {u"../Elks"_s, "cannot be a file name"},  {u"\u65E5"_s, "cannot be a file name"},
+        {u"The \u00C6lks"_s, "cannot be a file"}, {QString(101, u'e'), "longer than 100"},
+    };
+    for (const auto& [name, what] : cases) {
+        const ReadSource read = readTable("name,rarity,colour\nElk,r,G\n", name);
+        EXPECT_TRUE(holdsFault(read.faults, what, "", false)) << what;
+    }
+}
+
+TEST(Table, WarnsOnceOfCardsThatKeepOthersOutOfAPack) {
+    const ReadSource read = readTable(
+        "name,rarity,colour\nElk,r,G\nElk Herd,c,G\nElk Herder,c,G\nElk Hero,c,W\n", u"Elks"_s);
+    EXPECT_TRUE(holdsFault(read.faults,
+                           "never gets \"Elk\" once it holds \"Elk Herd\", which begins alike, and "
+                           "so with 1 more",
+                           "line 2", true));
+    EXPECT_EQ(1, std::count_if(read.faults.begin(), read.faults.end(),
+                               [](const Fault& fault) { return fault.warning; }));
+}
+
 std::string cubeOf(int cards) {
     std::string list;
     for (int i = 0; i < cards; ++i) {
