@@ -66,7 +66,8 @@ void BotSeat::onData() {
         return;
     }
     player_.receive(bytes);
-    if (alive_ && !settled_ && player_.knowsRoster()) {
+    // A server may close in the same breath.
+    if (!settled_ && player_.knowsRoster()) {
         settled_ = true;
         patience_.stop();
         Q_EMIT settled();

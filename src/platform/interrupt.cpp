@@ -26,7 +26,15 @@ extern "C" void onSignal(int) {
     errno = before;
 }
 
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+// What whoever started the program told it to pass over, as nohup does, stays so.
 void handle(int signal, void (*handler)(int)) {
+    struct sigaction before {};
+    sigaction(signal, nullptr, &before);
+    if (before.sa_handler == SIG_IGN) {
+        return;
+    }
     struct sigaction action {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
@@ -49,16 +57,18 @@ Interrupt::Interrupt(QObject* parent) : QObject(parent) {
         notifier_->setEnabled(false);
         Q_EMIT interrupted();
     });
-    handle(SIGINT, onSignal);
-    handle(SIGTERM, onSignal);
+    for (const int signal : kSignals) {
+        handle(signal, onSignal);
+    }
 }
 
 Interrupt::~Interrupt() {
     if (!notifier_) {
         return;
     }
-    handle(SIGINT, SIG_DFL);
-    handle(SIGTERM, SIG_DFL);
+    for (const int signal : kSignals) {
+        handle(signal, SIG_DFL);
+    }
     delete notifier_;
     for (int& end : pipeEnds) {
         ::close(end);

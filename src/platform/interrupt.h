@@ -1,4 +1,5 @@
-// The user's wish to end a program without windows: Ctrl+C, or a request of the system to stop.
+// The user's wish to end a program without windows: Ctrl+C, a closed terminal, or a request of the
+// system to stop.
 #pragma once
 
 #include <QObject>
