@@ -102,24 +102,24 @@ void FrmDeckBuild::createControls() {
 
 void FrmDeckBuild::placeControls() {
     const ControlRow rows[] = {
-        {Label1, u"Label1", u"", 120, 90, 1500, 270},
-        {lblSBCount, u"lblSBCount", u"", 2310, 90, 600, 270},
-        {lstSB, u"lstSB", u"Sideboard", 120, 375, 2790, 4500},
-        {cmdTextSB, u"cmdTextSB", u"Text of the sideboard card", 120, 4935, 750, 345},
-        {cmdAdd, u"cmdAdd", u"To the deck", 2985, 1950, 405, 405},
-        {cmdTake, u"cmdTake", u"To the sideboard", 2985, 2475, 405, 405},
-        {lblDeck, u"lblDeck", u"", 3465, 90, 1500, 270},
-        {lblDeckCount, u"lblDeckCount", u"", 5655, 90, 600, 270},
-        {lstDeck, u"lstDeck", u"Deck", 3465, 375, 2790, 4500},
-        {cmdTextDeck, u"cmdTextDeck", u"Text of the deck card", 3465, 4935, 750, 345},
-        {lblLand, u"lblLand", u"", 120, 5430, 1500, 270},
-        {cmdLand[0], u"cmdLand(0)", u"", 120, 5715, 1170, 390},
-        {cmdLand[1], u"cmdLand(1)", u"", 1350, 5715, 1170, 390},
-        {cmdLand[2], u"cmdLand(2)", u"", 2580, 5715, 1170, 390},
-        {cmdLand[3], u"cmdLand(3)", u"", 3810, 5715, 1215, 390},
-        {cmdLand[4], u"cmdLand(4)", u"", 5085, 5715, 1170, 390},
-        {chkSnow, u"chkSnow", u"", 120, 6225, 1500, 390},
-        {cmdSave, u"cmdSave", u"", 4755, 6225, 1500, 390}};
+        {Label1, u"Label1", u"", {120, 90, 1500, 270}},
+        {lblSBCount, u"lblSBCount", u"", {2310, 90, 600, 270}},
+        {lstSB, u"lstSB", u"Sideboard", {120, 375, 2790, 4500}},
+        {cmdTextSB, u"cmdTextSB", u"Text of the sideboard card", {120, 4935, 750, 345}},
+        {cmdAdd, u"cmdAdd", u"To the deck", {2985, 1950, 405, 405}},
+        {cmdTake, u"cmdTake", u"To the sideboard", {2985, 2475, 405, 405}},
+        {lblDeck, u"lblDeck", u"", {3465, 90, 1500, 270}},
+        {lblDeckCount, u"lblDeckCount", u"", {5655, 90, 600, 270}},
+        {lstDeck, u"lstDeck", u"Deck", {3465, 375, 2790, 4500}},
+        {cmdTextDeck, u"cmdTextDeck", u"Text of the deck card", {3465, 4935, 750, 345}},
+        {lblLand, u"lblLand", u"", {120, 5430, 1500, 270}},
+        {cmdLand[0], u"cmdLand(0)", u"", {120, 5715, 1170, 390}},
+        {cmdLand[1], u"cmdLand(1)", u"", {1350, 5715, 1170, 390}},
+        {cmdLand[2], u"cmdLand(2)", u"", {2580, 5715, 1170, 390}},
+        {cmdLand[3], u"cmdLand(3)", u"", {3810, 5715, 1215, 390}},
+        {cmdLand[4], u"cmdLand(4)", u"", {5085, 5715, 1170, 390}},
+        {chkSnow, u"chkSnow", u"", {120, 6225, 1500, 390}},
+        {cmdSave, u"cmdSave", u"", {4755, 6225, 1500, 390}}};
     packwise::placeControls(rows);
     setSizeTwips(kCaptionedWidth, 7065);
 }

@@ -50,12 +50,12 @@ FrmSave::FrmSave(Shell& shell)
 }
 
 void FrmSave::placeControls() {
-    const ControlRow rows[] = {{dlbDrive, u"dlbDrive", u"Drive", 120, 120, 3000, 360},
-                               {dlbDir, u"dlbDir", u"Folder", 120, 540, 3000, 3300},
-                               {flbFile, u"flbFile", u"Deck files", 3240, 120, 3000, 3720},
-                               {txtSaveName, u"txtSaveName", u"File name", 120, 3960, 3720, 375},
-                               {cmdOK, u"cmdOK", u"", 3960, 3960, 1080, 375},
-                               {cmdCancel, u"cmdCancel", u"", 5160, 3960, 1080, 375}};
+    const ControlRow rows[] = {{dlbDrive, u"dlbDrive", u"Drive", {120, 120, 3000, 360}},
+                               {dlbDir, u"dlbDir", u"Folder", {120, 540, 3000, 3300}},
+                               {flbFile, u"flbFile", u"Deck files", {3240, 120, 3000, 3720}},
+                               {txtSaveName, u"txtSaveName", u"File name", {120, 3960, 3720, 375}},
+                               {cmdOK, u"cmdOK", u"", {3960, 3960, 1080, 375}},
+                               {cmdCancel, u"cmdCancel", u"", {5160, 3960, 1080, 375}}};
     packwise::placeControls(rows);
     setClientSizeTwips(6360, 4455);
 }

@@ -149,27 +149,27 @@ void FrmServer::makeSeatControls() {
 void FrmServer::placeControls() {
     setClientSizeTwips(kConsoleWidth, kConsoleHeight);
     const Placing inWindow[] = {
-        {lblPortQ, 180, 180, 510, 390},
-        {txtPort, 735, 180, 840, 390},
-        {cmdOpenPort, 1740, 180, 1380, 390},
-        {chkClient, 180, 705, 1500, 390},
-        {txtName, 1740, 705, 1980, 390},
-        {fraDraft, 180, 1245, 4560, 2040},
-        {fraPacks, 180, 3390, 4560, 2940},
-        {Image1, 7980, 180, 480, 480},
-        {lstNames, kNameLeft, kNameTop, kNameWidth, kSeats * kNameStep + 30},
-        {cmdKick, 5250, 3495, 1200, 390},
-        {cmdPing, 6525, 3495, 1200, 390},
-        {txtPing, 7800, 3495, 660, 390},
-        {chkHalt, 5250, 4080, 3210, 330},
-        {chkSilence, 5250, 4440, 3210, 330},
-        {cmdStart, 5250, 5610, 3210, 720},
+        {lblPortQ, {180, 180, 510, 390}},
+        {txtPort, {735, 180, 840, 390}},
+        {cmdOpenPort, {1740, 180, 1380, 390}},
+        {chkClient, {180, 705, 1500, 390}},
+        {txtName, {1740, 705, 1980, 390}},
+        {fraDraft, {180, 1245, 4560, 2040}},
+        {fraPacks, {180, 3390, 4560, 2940}},
+        {Image1, {7980, 180, 480, 480}},
+        {lstNames, {kNameLeft, kNameTop, kNameWidth, kSeats * kNameStep + 30}},
+        {cmdKick, {5250, 3495, 1200, 390}},
+        {cmdPing, {6525, 3495, 1200, 390}},
+        {txtPing, {7800, 3495, 660, 390}},
+        {chkHalt, {5250, 4080, 3210, 330}},
+        {chkSilence, {5250, 4440, 3210, 330}},
+        {cmdStart, {5250, 5610, 3210, 720}},
     };
     const Placing inFraDraft[] = {
-        {optBooster, 180, 390, 1800, 330}, {optRochester, 180, 765, 1800, 330},
-        {chkTimed, 2280, 390, 1200, 330},  {lblSecs, 2280, 765, 1050, 330},
-        {vsbSecs, 3600, 390, 300, 1440},   {chkFixSeats, 180, 1140, 1950, 330},
-        {chkReal, 180, 1515, 1950, 330},
+        {optBooster, {180, 390, 1800, 330}}, {optRochester, {180, 765, 1800, 330}},
+        {chkTimed, {2280, 390, 1200, 330}},  {lblSecs, {2280, 765, 1050, 330}},
+        {vsbSecs, {3600, 390, 300, 1440}},   {chkFixSeats, {180, 1140, 1950, 330}},
+        {chkReal, {180, 1515, 1950, 330}},
     };
     for (const std::span<const Placing> table :
          {std::span<const Placing>(inWindow), std::span<const Placing>(inFraDraft)}) {
