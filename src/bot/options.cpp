@@ -35,8 +35,8 @@ void addOptions(QCommandLineParser& parser) {
          u"FOLDER"_s, u"."_s},
         {u"decks"_s, u"Where to save the decks (current folder)."_s, u"FOLDER"_s, u"."_s},
         {u"seed"_s, u"A number; the same one drafts alike."_s, u"S"_s},
-        {u"delay"_s, u"Time to think before each answer, fractions allowed (1)."_s, u"SECONDS"_s,
-         u"1"_s},
+        {u"delay"_s, u"Time to think before each answer, fractions allowed (0.8)."_s, u"SECONDS"_s,
+         u"0.8"_s},
     });
     parser.addOption({{u"h"_s, u"help"_s}, u"Shows this text."_s});
     parser.addVersionOption();

@@ -9,8 +9,6 @@
 #include "sets/rules.h"
 #include "sets/writer.h"
 
-#include <algorithm>
-#include <map>
 #include <random>
 #include <system_error>
 
@@ -131,7 +129,8 @@ std::optional<quint32> numberOf(const QString& option, const QString& text, quin
 
 int showSet(const QStringList& arguments, const Streams& io) {
     SetOptions options(u"show", u"Lists the cards of a set, or shows one card.");
-    options.parser().addPositionalArgument(u"CARD"_s, u"The card to show."_s, u"[CARD]"_s);
+    options.parser().addPositionalArgument(u"CARD"_s, u"The card to show, or a part of its name."_s,
+                                           u"[CARD]"_s);
     Asked asked;
     if (const auto status = options.read(arguments, 2, io, asked)) {
         return *status;
@@ -145,15 +144,26 @@ int showSet(const QStringList& arguments, const Streams& io) {
         printCards(read->cards, io.out);
         return kDone;
     }
-    const auto card =
-        std::find_if(read->cards.begin(), read->cards.end(), [&](const CardRecord& record) {
-            return fromBytes(record.name).compare(wanted, Qt::CaseInsensitive) == 0;
-        });
-    if (card == read->cards.end()) {
+    std::vector<CardRecord> found;
+    for (const CardRecord& card : read->cards) {
+        const QString name = fromBytes(card.name);
+        if (name.compare(wanted, Qt::CaseInsensitive) == 0) {
+            found = {card};
+            break;
+        }
+        if (name.contains(wanted, Qt::CaseInsensitive)) {
+            found.push_back(card);
+        }
+    }
+    if (found.empty()) {
         io.err << asked.name << ": has no card \"" << wanted << "\"\n";
         return kFailed;
     }
-    printCard(*card, io.out);
+    if (found.size() > 1) {
+        printCards(found, io.out);
+    } else {
+        printCard(found.front(), io.out);
+    }
     return kDone;
 }
 

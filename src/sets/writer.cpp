@@ -99,7 +99,7 @@ WriteResult writeSetFiles(const SetSource& source, const fs::path& folder, std::
     NewFile cards(cardFile, cardBytes);
     NewFile order(orderFile, orderBytes);
     if (!cards.good() || !order.good()) {
-        error = "cannot write into the folder " + folder.string();
+        error = "cannot write into the folder " + folder.string() + "; is it full or protected?";
         return WriteResult::Failed;
     }
     const bool hasOrder = source.order && readOrderFile(order.path());

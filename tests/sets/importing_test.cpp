@@ -84,6 +84,9 @@ TEST_F(Importing, MakesACubeAndASetFromATable) {
     EXPECT_THAT(run({u"show"_s, u"pond"_s, u"fish AA"_s}).out,
                 HasSubstr("Fish aa\nuncommon, colour U\nCreature \xE2\x80\x94 Fish\n"));
     EXPECT_THAT(run({u"show"_s, u"Tarn"_s}).out, HasSubstr("rare     U Pike King"));
+    EXPECT_EQ("Pike King\nrare, colour U\n", run({u"show"_s, u"Tarn"_s, u"pike"_s}).out);
+    const std::string fish = run({u"show"_s, u"Tarn"_s, u"FISH"_s}).out;
+    EXPECT_EQ(14, std::count(fish.begin(), fish.end(), '\n'));
 
     put(u"pond.txt"_s, list + "Newt\n");
     const Ending unknown = run({u"import"_s, u"pond.txt"_s, u"--cards"_s, u"RMS.json"_s});
