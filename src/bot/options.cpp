@@ -27,16 +27,21 @@ void addOptions(QCommandLineParser& parser) {
         "seats that it was told to take and no more: when the table is full it stops, and a\n"
         "player whom the host kicks does not come back, so a person can always have the seat.\n"
         "Ctrl+C leaves in order."_s);
+    const BotOptions usual;
+    const auto option = [](const QString& name, const QString& what, const QString& value,
+                           const QString& usually) {
+        return QCommandLineOption(name, what + u" ("_s + usually + u")."_s, value, usually);
+    };
     parser.addOptions({
-        {u"seats"_s, u"Players to bring, 1 to 8 (1)."_s, u"N"_s, u"1"_s},
-        {u"host"_s, u"The server's address (127.0.0.1)."_s, u"ADDRESS"_s, u"127.0.0.1"_s},
-        {u"port"_s, u"The server's port (5252)."_s, u"PORT"_s, u"5252"_s},
+        option(u"seats"_s, u"Players to bring, 1 to 8"_s, u"N"_s, QString::number(usual.seats)),
+        option(u"host"_s, u"The server's address"_s, u"ADDRESS"_s, usual.host),
+        option(u"port"_s, u"The server's port"_s, u"PORT"_s, QString::number(usual.port)),
         {u"cards"_s, u"Where the card files are, to pick by rarity and cost (current folder)."_s,
-         u"FOLDER"_s, u"."_s},
-        {u"decks"_s, u"Where to save the decks (current folder)."_s, u"FOLDER"_s, u"."_s},
+         u"FOLDER"_s, usual.cards},
+        {u"decks"_s, u"Where to save the decks (current folder)."_s, u"FOLDER"_s, usual.decks},
         {u"seed"_s, u"A number; the same one drafts alike."_s, u"S"_s},
-        {u"delay"_s, u"Time to think before each answer, fractions allowed (0.8)."_s, u"SECONDS"_s,
-         u"0.8"_s},
+        option(u"delay"_s, u"Time to think before each answer, fractions allowed"_s, u"SECONDS"_s,
+               QString::number(usual.delay / 1000.0)),
     });
     parser.addOption({{u"h"_s, u"help"_s}, u"Shows this text."_s});
     parser.addVersionOption();

@@ -16,7 +16,7 @@ struct BotOptions {
     QString cards = QStringLiteral(".");  // the folder of the card files
     QString decks = QStringLiteral(".");  // the folder to save decks in
     std::optional<std::uint64_t> seed;    // none for one from the system
-    int delay = 800;                      // milliseconds before each answer
+    int delay = 800;  // milliseconds before each answer; with the link, still under a second
 };
 
 struct CommandLine {
