@@ -59,16 +59,12 @@ void BoosterFlow::startRound() {
     if (set == "Ice Age" || set == "Alliances") {
         host_.broadcast("SNOW~");
     }
-    std::array<std::string, kSeats> packs;
-    for (int i = 0; i < table_.playerCount; ++i) {
-        std::optional<std::string> pack = host_.makePack(packIndex);
-        if (!pack) {
-            running_ = false;
-            return;
-        }
-        packs[static_cast<std::size_t>(i)] = std::move(*pack);
+    std::vector<std::string> packs = host_.makePacks(packIndex, table_.playerCount);
+    if (packs.empty()) {
+        running_ = false;
+        return;
     }
-    seatPack_ = std::move(packs);
+    std::move(packs.begin(), packs.end(), seatPack_.begin());
     handOutPacks();
 }
 

@@ -4,9 +4,9 @@
 #include "common/protocol.h"
 
 #include <array>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace packwise {
 
@@ -42,9 +42,10 @@ public:
     // Handles a message, without its terminator, as if it had come in from that socket number.
     virtual void dispatch(int socket, std::string_view message) = 0;
 
-    // Deals one pack of the set of the pack number 0 to 5. Nothing when the card data cannot be
-    // read: the user has then been told and the program is ending, so the flow just stops.
-    virtual std::optional<std::string> makePack(int packIndex) = 0;
+    // Deals `count` packs (1 to 8) of the set of the pack number 0 to 5, all in the same way and so
+    // of the same size. None when the card data cannot be read: the user has then been told and
+    // the program is ending, so the flow just stops.
+    virtual std::vector<std::string> makePacks(int packIndex, int count) = 0;
 
     // Display name of the set of the pack number 0 to 5.
     virtual std::string setName(int packIndex) const = 0;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace packwise {
 
@@ -28,15 +29,16 @@ void RochesterFlow::begin() {
 }
 
 void RochesterFlow::openPack() {
-    const std::optional<std::string> pack = host_.makePack(rochSet_ - 1);
-    if (!pack) {
+    const std::vector<std::string> packs = host_.makePacks(rochSet_ - 1, 1);
+    if (packs.empty()) {
         phase_ = Phase::Idle;
         return;
     }
-    rochCards_ = std::min(countCards(*pack), kMostCardsInPack);
+    const std::string& pack = packs.front();
+    rochCards_ = std::min(countCards(pack), kMostCardsInPack);
     host_.broadcast("ROUN" + std::to_string(rochSet_) + ":" + std::to_string(table_.roundNo) +
                     kTerminator);
-    host_.broadcast("BOOS" + *pack + kTerminator);
+    host_.broadcast("BOOS" + pack + kTerminator);
     orderTurns();
     rochTurn_ = 0;
     answered_.fill(false);

@@ -14,6 +14,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 namespace packwise {
 
@@ -207,29 +209,43 @@ void FrmServer::startRandoms() {
     }
 }
 
-std::optional<std::string> FrmServer::makePack(int packIndex) {
+std::vector<std::string> FrmServer::makePacks(int packIndex, int count) {
     if (draftStopped()) {
-        return std::nullopt;
+        return {};
     }
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::current_path(error);
     const std::string setName = host_.setName(packIndex);
+    const auto deal = [&](auto* way) {
+        std::vector<std::string> packs;
+        for (int i = 0; i < count; ++i) {
+            std::optional<std::string> pack = way(folder, setName, draw_);
+            if (!pack) {
+                return std::vector<std::string>();
+            }
+            packs.push_back(std::move(*pack));
+        }
+        return packs;
+    };
+    std::vector<std::string> packs;
     if (chkReal->isChecked()) {
-        if (auto pack = realPack(folder, setName, draw_)) {
-            return pack;
+        packs = deal(realPack);
+    }
+    if (packs.empty()) {
+        packs = deal(randomPack);
+        if (!packs.empty()) {
+            chkReal->setChecked(false);
         }
     }
-    auto pack = randomPack(folder, setName, draw_);
-    if (pack) {
-        chkReal->setChecked(false);
-        return pack;
+    if (!packs.empty()) {
+        return packs;
     }
     failed_ = true;
     shell_.boxes().error(this, u"Error reading file"_s);
     if (!shell_.ended()) {
         shell_.end();
     }
-    return std::nullopt;
+    return {};
 }
 
 // A write may find a loss that ends the draft; nobody hears of its flow behind that.
@@ -250,8 +266,8 @@ void FlowHost::dispatch(int socket, std::string_view message) {
     server_.Dispatch(socket, message);
 }
 
-std::optional<std::string> FlowHost::makePack(int packIndex) {
-    return server_.makePack(packIndex);
+std::vector<std::string> FlowHost::makePacks(int packIndex, int count) {
+    return server_.makePacks(packIndex, count);
 }
 
 std::string FlowHost::setName(int packIndex) const {

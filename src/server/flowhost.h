@@ -3,9 +3,9 @@
 
 #include "engine/draft.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace packwise {
 
@@ -18,7 +18,7 @@ public:
     void send(int socket, std::string_view data) override;
     void broadcast(std::string_view data) override;
     void dispatch(int socket, std::string_view message) override;
-    std::optional<std::string> makePack(int packIndex) override;
+    std::vector<std::string> makePacks(int packIndex, int count) override;
     std::string setName(int packIndex) const override;
     bool dropped(int socket) const override;
     double draw() override;

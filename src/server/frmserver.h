@@ -23,7 +23,6 @@
 
 #include <array>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -199,7 +198,7 @@ private:
     bool nobodyIsLeft();
     void tellSets();
     bool draftStopped() const { return halted_ || failed_ || shell_.ended(); }
-    std::optional<std::string> makePack(int packIndex);
+    std::vector<std::string> makePacks(int packIndex, int count);
     void startRandoms();
 
     Shell& shell_;

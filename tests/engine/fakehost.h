@@ -7,6 +7,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -93,7 +94,18 @@ public:
     void send(int socket, std::string_view data) override { write(socket, data); }
     void broadcast(std::string_view data) override { write(0, data); }
     void dispatch(int socket, std::string_view message) override { receive(socket, message); }
-    std::optional<std::string> makePack(int packIndex) override {
+    std::vector<std::string> makePacks(int packIndex, int count) override {
+        std::vector<std::string> packs;
+        for (int i = 0; i < count; ++i) {
+            const std::optional<std::string> pack = makePack(packIndex);
+            if (!pack) {
+                return {};
+            }
+            packs.push_back(*pack);
+        }
+        return packs;
+    }
+    virtual std::optional<std::string> makePack(int packIndex) {
         if (packsMade == packsToMake) {
             return std::nullopt;
         }

@@ -174,6 +174,27 @@ TEST(FixSeats, WhenNobodyIsLeftNothingIsDealt) {
     EXPECT_EQ(two[0]->rest(), "");
 }
 
+TEST(DraftStart, ARoundIsDealtInOneWaySoThatItsPacksAreOfOneSize) {
+    // A pack along these lists is one card of each, which fails behind "UAB".
+    std::string order = "1,0,1\n21,0,21\n";
+    for (int i = 0; i < 42; ++i) {
+        order += i < 21 ? "UA\n" : i % 2 == 0 ? "UAB\n" : "UC\n";
+    }
+    Bench bench;
+    bench.folder.write("Sample.ord", order);
+    auto peers = bench.table(2);
+    bench.chooseSets();
+    bench.console().chkReal->setChecked(true);
+    // Good for the seating and the first pack only.
+    bench.draw = [draws = 0]() mutable { return ++draws <= 5 ? 0.0 : 0.5; };
+    bench.console().cmdStart->click();
+    for (auto& peer : peers) {
+        EXPECT_TRUE(peer->hearsSometime("ROUN1~BOOS"));
+        EXPECT_EQ(countCards(peer->rest()), 15);
+    }
+    EXPECT_FALSE(bench.console().chkReal->isChecked());
+}
+
 TEST(DraftStart, UnreadableCardDataEndTheProgramOnce) {
     for (const bool booster : {true, false}) {
         Bench bench;
