@@ -1,9 +1,46 @@
 #include "app/program.h"
+#include "common/protocol.h"
 #include "platform/look.h"
 
 #include <QApplication>
 
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace {
+
+// What is printed in place of a start; empty when the command line does not ask for it.
+std::string answerTo(int argc, char** argv) {
+    const std::string title = "packwise " + std::string(packwise::kProtocolVersion) + "\n";
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word = argv[i];
+        if (word == "--version") {
+            return title;
+        }
+        if (word == "--help") {
+            return title +
+                   "\n"
+                   "Hosts and joins live drafts of Magic: the Gathering. Start it without options\n"
+                   "in the folder that holds your card sets (files *.pw); a window then asks\n"
+                   "whether to connect to a draft or to start one.\n"
+                   "\n"
+                   "  --version   tells the version\n"
+                   "  --help      shows this text\n"
+                   "\n"
+                   "packwise-sets makes card sets; packwise-bot brings players for empty seats.\n";
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+    // Before anything that needs a display.
+    if (const std::string answer = answerTo(argc, argv); !answer.empty()) {
+        return std::fputs(answer.c_str(), stdout) < 0 ? 1 : 0;
+    }
     packwise::chooseEventLoop();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("packwise"));
