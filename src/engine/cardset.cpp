@@ -80,21 +80,26 @@ private:
     std::string_view rest_;
 };
 
+bool isOneOf(std::string_view field, std::string_view letters) {
+    return field.size() == 1 && letters.find(field[0]) != std::string_view::npos;
+}
+
 bool isMark(std::string_view rarity) {
-    return rarity.size() == 1 && std::string_view("-=+.").find(rarity[0]) != std::string_view::npos;
+    return isOneOf(rarity, "-=+.");
 }
 
 Pool poolOf(char mark) {
     return mark == '+' ? Pool::Rare : mark == '=' ? Pool::Uncommon : Pool::Common;
 }
 
-bool fitsOnWire(std::string_view token) {
-    return token.find_first_of("|~\r\n") == std::string_view::npos;
+bool isToken(std::string_view text) {
+    return text.size() >= kShortestToken && text.size() <= kMostTokenBytes &&
+           text.find_first_of("|~\r\n") == std::string_view::npos;
 }
 
 // A blank line is never dealt.
 bool canStandInList(std::string_view line) {
-    return line.empty() || (line.size() >= kShortestToken && fitsOnWire(line));
+    return line.empty() || isToken(line);
 }
 
 bool soundCounts(const std::array<int, 3>& counts) {
@@ -261,7 +266,7 @@ std::optional<CardPools> readCardPools(const fs::path& file) {
         std::string& token = tokens.emplace_back();
         token.reserve(record.color.size() + record.name.size());
         token.append(record.color).append(record.name);
-        if (token.size() < kShortestToken || !fitsOnWire(token)) {
+        if (!isOneOf(record.color, kCardColors) || !isToken(token)) {
             return std::nullopt;
         }
     } while (record.name != "END");

@@ -12,7 +12,6 @@ namespace packwise::sets {
 
 namespace {
 
-constexpr std::string_view kColorLetters = "BUGRWAML";
 constexpr std::string_view kMarkLetters = "-=+.";
 constexpr std::size_t kLongestDisplayName = 100;
 constexpr std::size_t kLongestField = std::numeric_limits<std::int16_t>::max();
@@ -36,13 +35,17 @@ std::vector<std::string> faultsOfCard(const CardRecord& card) {
     if (card.name.find_first_of("|~") != std::string::npos) {
         faults.push_back("\"" + card.name + "\" holds a reserved character, \"|\" or \"~\"");
     }
+    if (card.color.size() + card.name.size() > kMostTokenBytes) {
+        faults.push_back("the name is longer than " + std::to_string(kMostTokenBytes - 1) +
+                         " characters");
+    }
     if (hasControl(card.name)) {
         faults.emplace_back("the name holds a line end or another control character");
     }
     if (!isOneOf(card.rarity, kMarkLetters)) {
         faults.push_back("the mark \"" + card.rarity + "\" is none of - = + .");
     }
-    if (!isOneOf(card.color, kColorLetters)) {
+    if (!isOneOf(card.color, kCardColors)) {
         faults.push_back("the colour \"" + card.color + "\" is none of B U G R W A M L");
     }
     for (const std::string* field : {&card.name, &card.cost, &card.type, &card.text, &card.pt}) {

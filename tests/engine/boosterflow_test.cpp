@@ -113,6 +113,19 @@ TEST(BoosterFlow, LostSeatsArePickedForOncePerPass) {
     EXPECT_THAT(host.sent, Not(Contains(testing::HasSubstr("2:BOOS"))));
 }
 
+TEST(BoosterFlow, EachCardIsPickedFromItsOwnShareOfTheDraw) {
+    for (const auto& [u, left] : {std::pair(0.0, "U0a1|U0a2|"), std::pair(0.33, "U0a1|U0a2|"),
+                                  std::pair(0.34, "U0a0|U0a2|"), std::pair(0.66, "U0a0|U0a2|"),
+                                  std::pair(0.67, "U0a0|U0a1|"), std::pair(0.9999, "U0a0|U0a1|")}) {
+        FakeHost host(2, 3);
+        host.uniform = [u = u] { return u; };
+        host.booster.begin();
+        host.lose(1);
+        host.tick();
+        EXPECT_EQ(host.booster.seatPack(0), left) << u;
+    }
+}
+
 TEST(BoosterFlow, ASeatLostInsideAWriteIsAnsweredForAndTheOthersGetTheirPacks) {
     for (const std::string where : {"ROUN1", "BOOSU0a0|U0a1|U0a2|", "BSTA0", "BSTA1", "ROUN2"}) {
         FakeHost host(2, 3);

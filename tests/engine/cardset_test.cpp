@@ -82,7 +82,11 @@ TEST(CardPools, RefuseEveryDamage) {
              {"too few different", header(0, 0, 2) + fox + fox + end()},
              {"257 of a mark", many(257)},
              {"separator in a name", header(0, 0, 1) + fox + record("A|B", "-") + end()},
-             {"token of one character", header(0, 0, 1) + fox + record("A", "-", "") + end()},
+             {"no colour", header(0, 0, 1) + fox + record("Owl", "-", "") + end()},
+             {"unknown colour", header(0, 0, 1) + fox + record("Owl", "-", "u") + end()},
+             {"colour of two", header(0, 0, 1) + fox + record("Owl", "-", "UB") + end()},
+             {"no name", header(0, 0, 1) + fox + record("", "-") + end()},
+             {"name too long", header(0, 0, 1) + fox + record(std::string(4000, 'x'), "-") + end()},
              {"terminator in a name", header(0, 0, 1) + fox + record("A~B", "-") + end()},
          }) {
         EXPECT_FALSE(readCardPools(folder.write("a.pw", bytes))) << fault;
@@ -111,6 +115,24 @@ TEST(CardFile, CutAtEveryByteIsNeverReadPastAndDamagedWithoutTheMarkOfItsEnd) {
     const auto cut =
         scanForCard(folder.write("a.pw", whole.substr(0, 6 + 5 + 3 + 3 + 4 + 3)), "Fox");
     EXPECT_EQ(cut->name + cut->rarity + cut->color + cut->cost + cut->type, "Fox-U1U");
+}
+
+TEST(CardFile, LengthsOfFieldsHaveTwoBytesWithoutASign) {
+    const TempFolder folder;
+    const std::string longest(3999, 'N');
+    for (const std::size_t length : {255U, 256U, 600U, 32767U, 32768U, 65535U}) {
+        const std::string text(length, 't');
+        const auto file =
+            folder.write("a.pw", header(0, 0, 2) + record("Fox", "-", "G", text) +
+                                     record(longest, "-") + record("Hill", ".", "L", text) + end());
+        EXPECT_THAT(readCardPools(file).value_or(CardPools()).tokens[2],
+                    ElementsAre("GFox", "U" + longest))
+            << length;
+        const auto hill = scanForCard(file, "Hill");
+        ASSERT_TRUE(hill);
+        EXPECT_EQ(hill->text.size(), length);
+        EXPECT_EQ(hill->pt, "1/1");
+    }
 }
 
 TEST(CardScan, FindsTheCardElseTheEndElseTheDamage) {
@@ -174,6 +196,7 @@ TEST(OrderFile, RefusesWhatCannotBeDealtFrom) {
              {"too few different", "8,0,0\n21,0,0\n" + list('U', 21, 7)},
              {"card of one character", "1,0,0\n22,0,0\n" + full + "U\n"},
              {"separator in a card", "1,0,0\n22,0,0\n" + full + "UA|B\n"},
+             {"card too long", "1,0,0\n22,0,0\n" + full + std::string(4001, 'U') + "\n"},
          }) {
         EXPECT_FALSE(readOrderFile(folder.write("a.ord", text))) << fault;
     }

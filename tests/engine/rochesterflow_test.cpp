@@ -150,6 +150,29 @@ TEST(RochesterFlow, LostSeatsAnswerAtOnceAndTheirTurnsAreTakenByTicks) {
     EXPECT_EQ(ticks, 8 * 3) << "one card a tick";
 }
 
+TEST(RochesterFlow, EveryRowCanBePickedByAPlayerAndByTheDraw) {
+    FakeHost host(2, 3);
+    host.cards = 15;
+    host.rochester.begin();
+    all(host, "RROK");
+    host.receive(1, "RPCK14");
+    host.receive(2, "RPCK13");
+    host.take();
+    host.lose(1);
+    host.lose(2);
+    std::vector<double> draws = {0.0, 0.999, 0.99, 0.95, 0.5};  // of 13 rows, 12 and so on
+    host.uniform = [&draws] {
+        const double u = draws.back();
+        draws.pop_back();
+        return u;
+    };
+    while (!draws.empty()) {
+        host.tick();
+    }
+    EXPECT_THAT(host.take(), ElementsAre("RPCK16!", "TURN1", "RPCK011!", "TURN1", "RPCK010!",
+                                         "TURN2", "RPCK19!", "TURN2", "RPCK10!", "TURN1"));
+}
+
 TEST(RochesterFlow, ASeatLostInsideAWriteKeepsTheOrderOfMessages) {
     for (const std::string where : {"ROUN1:1", "BOOSU0a0|", "REVW", "RSTA0", "RSTA1", "TURN1",
                                     "RPCK00", "RPAU", "TURN2", "ROUN1:2"}) {

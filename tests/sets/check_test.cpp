@@ -98,6 +98,7 @@ TEST_F(Check, TellsWhatIsWrongWithACardFile) {
              s.counts = {0, -1, 1};
          }},
         {"holds no cards", "", [](SetSource& s) { s.counts = {}; }},
+        {"longer than 3999", "record 1", [](SetSource& s) { s.cards[0].name.assign(4000, 'x'); }},
         {"257 common cards", "",
          [](SetSource& s) {
              for (int i = 0; i < 233; ++i) {
