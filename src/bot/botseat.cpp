@@ -27,9 +27,10 @@ BotSeat::BotSeat(const BotOptions& options, CardBook& book, std::uint64_t seed, 
     patience_.setInterval(kPatience);
     farewell_.setSingleShot(true);
     farewell_.setInterval(kFarewell);
+    keepAlive_.setObjectName(u"keepAlive"_s);
     keepAlive_.setInterval(kKeepAlive);
     connect(&thinking_, &QTimer::timeout, this, [this] { player_.onTimer(); });
-    connect(&keepAlive_, &QTimer::timeout, this, [this] { send("PING~"); });
+    connect(&keepAlive_, &QTimer::timeout, this, [this] { player_.onSecond(); });
     connect(&patience_, &QTimer::timeout, this, &BotSeat::onGone);
     connect(&farewell_, &QTimer::timeout, this, &BotSeat::onGone);
     connect(&socket_, &Socket::connected, this, [this] { hasConnected_ = true; });

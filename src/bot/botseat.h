@@ -59,7 +59,7 @@ private:
     Player player_;
     Socket socket_;
     QTimer thinking_;
-    QTimer keepAlive_;
+    QTimer keepAlive_{this};
     QTimer patience_;  // for a server that does not answer
     QTimer farewell_;
     bool alive_ = false;

@@ -1,6 +1,7 @@
 #include "bot/options.h"
 #include "bot/party.h"
 #include "platform/interrupt.h"
+#include "platform/terminal.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -10,24 +11,12 @@
 using namespace Qt::Literals;
 using packwise::BotOptions;
 
-namespace {
-
-// Names come from the server; a terminal must not be steered by them.
-QString printable(QString line) {
-    for (QChar& c : line) {
-        if (!c.isPrint()) {
-            c = u'?';
-        }
-    }
-    return line;
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
-    QTextStream out(stdout);
-    QTextStream errors(stderr);
+    packwise::PrintableStream toOutput(stdout);
+    packwise::PrintableStream toErrors(stderr);
+    QTextStream out(&toOutput);
+    QTextStream errors(&toErrors);
 
     const packwise::CommandLine line = packwise::readCommandLine(application.arguments());
     if (!line.options) {
@@ -41,8 +30,7 @@ int main(int argc, char** argv) {
     }
 
     packwise::Interrupt interrupt;
-    packwise::Party party(options,
-                          [&out](const QString& text) { out << printable(text) << Qt::endl; });
+    packwise::Party party(options, [&out](const QString& text) { out << text << Qt::endl; });
     QObject::connect(&interrupt, &packwise::Interrupt::interrupted, &party,
                      &packwise::Party::leave);
     QObject::connect(&party, &packwise::Party::finished, &application,

@@ -10,6 +10,8 @@ namespace packwise {
 namespace {
 
 constexpr int kMostClockSeconds = 30;
+// The server pokes every second.
+constexpr int kMostSilentSeconds = 35;
 
 std::string_view bare(std::string_view token) {
     return token.substr(1);
@@ -45,11 +47,13 @@ void Player::begin(const std::string& name) {
     ending_ = Ending::None;
     name_ = name;
     number_ = 0;
+    silentSeconds_ = 0;
     knowsRoster_ = false;
     roster_ = {};
 }
 
 void Player::receive(std::string_view bytes) {
+    silentSeconds_ = 0;
     splitter_.append(bytes);
     while (stage_ != Stage::Ended) {
         const std::optional<std::string> message = splitter_.next();
@@ -258,6 +262,14 @@ void Player::onTimer() {
         case Due::Pause:
             link_.send("RPOK~");
             break;
+    }
+}
+
+void Player::onSecond() {
+    if (++silentSeconds_ >= kMostSilentSeconds) {
+        end(Ending::Lost);
+    } else {
+        link_.send("PING~");
     }
 }
 

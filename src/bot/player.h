@@ -47,7 +47,7 @@ public:
         Full,     // the server had no seat
         Refused,  // let go of after giving the name and before sitting: the name is taken
         Closed,   // the server said so
-        Lost,     // the link broke, or the server let go of the seat
+        Lost,     // the link broke or fell silent, or the server let go of the seat
         Flooded   // the server sent a message without an end
     };
 
@@ -62,6 +62,10 @@ public:
     void receive(std::string_view bytes);
 
     void onTimer();
+
+    // A second of the connection has passed: asks the server for a sign of life, and takes it as
+    // gone when none has come for too long.
+    void onSecond();
 
     // The connection is gone.
     void onLinkLost();
@@ -118,7 +122,8 @@ private:
     Stage stage_ = Stage::Connecting;
     Ending ending_ = Ending::None;
     std::string name_;
-    int number_ = 0;  // socket number, 1 to 8; 0 before HELO
+    int number_ = 0;         // socket number, 1 to 8; 0 before HELO
+    int silentSeconds_ = 0;  // since anything came
     bool knowsRoster_ = false;
     std::array<std::string, kSeats> roster_;
 

@@ -1,6 +1,10 @@
 // What a program without windows may ask of its terminal.
 #pragma once
 
+#include <QIODevice>
+
+#include <cstdio>
+
 namespace packwise {
 
 // Whether the standard output goes to a terminal, not to a file or a pipe.
@@ -8,5 +12,23 @@ bool writesToTerminal();
 
 // The same of the standard error.
 bool reportsToTerminal();
+
+// The text as a terminal may show it: what would act on the terminal stands as "?". Line ends and
+// tabs stay.
+QString printable(QString text);
+
+// A standard stream for words that may come from strangers: all of it is made printable. It takes
+// UTF-8 from a QTextStream and is never behind.
+class PrintableStream : public QIODevice {
+public:
+    explicit PrintableStream(std::FILE* file);
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char* data, qint64 size) override;
+
+private:
+    std::FILE* file_;
+};
 
 }  // namespace packwise

@@ -45,7 +45,8 @@ Form formOf(const QString& file, QIODevice& device) {
 bool readJson(QFile& file, MtgQuery query, const Streams& io) {
     std::vector<Fault> faults;
     {
-        ProgressBar bar(io.err, file.size(), reportsToTerminal());
+        QTextStream screen(stderr);  // io.err would not let a line be written over
+        ProgressBar bar(screen, file.size(), reportsToTerminal());
         query.progress = [&bar](qint64 done) { bar.show(done); };
         faults = readMtgJson(file, query);
     }

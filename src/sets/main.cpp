@@ -1,3 +1,4 @@
+#include "platform/terminal.h"
 #include "sets/commands.h"
 
 #include <QCoreApplication>
@@ -7,7 +8,9 @@
 
 int main(int argc, char** argv) {
     const QCoreApplication app(argc, argv);
-    QTextStream out(stdout);
-    QTextStream err(stderr);
+    packwise::PrintableStream toOutput(stdout);
+    packwise::PrintableStream toErrors(stderr);
+    QTextStream out(&toOutput);
+    QTextStream err(&toErrors);
     return packwise::sets::run(QCoreApplication::arguments(), out, err);
 }

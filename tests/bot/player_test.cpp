@@ -117,6 +117,25 @@ TEST_F(PlayerTest, WaitsBeforeEachAnswerButNotBeyondThePickClock) {
     EXPECT_EQ(answer(""), "CARDUOne~RPCK0~");
 }
 
+TEST_F(PlayerTest, TakesAServerThatFallsSilentAsGone) {
+    const auto pass = [this](int seconds) {
+        for (int i = 0; i < seconds; ++i) {
+            player.onSecond();
+        }
+    };
+    pass(34);
+    player.begin("Ada");
+    pass(34);
+    player.receive("~");
+    link.take();
+    pass(34);
+    EXPECT_FALSE(link.over);
+    EXPECT_EQ(link.sent.size(), 34 * std::string_view("PING~").size());
+    pass(1);
+    EXPECT_TRUE(link.over);
+    EXPECT_EQ(player.ending(), Player::Ending::Lost);
+}
+
 TEST_F(PlayerTest, IgnoresWhatIsNoMessage) {
     answer(kJoin);
     answer(kBooster);

@@ -1,4 +1,5 @@
 // The program itself, against a server that a test plays.
+#include "bot/botseat.h"
 #include "deck/deckfile.h"
 #include "support/peer.h"
 
@@ -175,6 +176,23 @@ TEST_F(BotProcess, TriesAnotherNameWhenItsOwnIsTaken) {
     EXPECT_EQ(status(), 0);
 }
 
+TEST_F(BotProcess, LeavesAServerThatSaysNothingForMoreThanHalfAMinute) {
+    BotOptions options;
+    options.port = server.serverPort();
+    CardBook book("/nonexistent");
+    BotSeat bots(options, book, 1, [](const QString&) {});
+    bots.join("Ada");
+    Peer peer;
+    seat(peer, 1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bots.player().knowsRoster(); }, kPatience));
+    auto* const seconds = bots.findChild<QTimer*>(u"keepAlive"_s);
+    ASSERT_TRUE(seconds && seconds->isActive());
+    EXPECT_EQ(seconds->interval(), 1000);
+    seconds->setInterval(0);
+    EXPECT_TRUE(peer.waitClosed());
+    EXPECT_FALSE(bots.isAlive());
+}
+
 TEST_F(BotProcess, SaysGoodByeWhenInterrupted) {
     start({u"--seats"_s, u"3"_s});
     Peer one;
@@ -198,12 +216,13 @@ TEST_F(BotProcess, RefusesWhatItCannotDo) {
          {QStringList{u"--seats"_s, u"0"_s}, QStringList{u"--seats"_s, u"9"_s},
           QStringList{u"--port"_s, u"70000"_s}, QStringList{u"--delay"_s, u"-1"_s},
           QStringList{u"--delay"_s, u"nan"_s}, QStringList{u"--seed"_s, u"x"_s},
-          QStringList{u"--nonsense"_s}, QStringList{u"file"_s},
+          QStringList{u"--nonsense"_s}, QStringList{u"file\x1b[2J"_s},
           QStringList{u"--decks"_s, inTheWay.fileName() + u"/sub"_s}}) {
         start(arguments);
         EXPECT_EQ(status(), 1) << arguments.join(u' ').toStdString();
         const std::string told = output();
         EXPECT_EQ(told.find('\n') + 1, told.size()) << told;
+        EXPECT_EQ(told.find('\x1b'), std::string::npos) << told;
     }
     server.close();
     bot.start(QStringLiteral(PACKWISE_BOT_PROGRAM), {u"--port"_s, u"1"_s});

@@ -1,4 +1,5 @@
 // Building sets from text, and looking at them.
+#include "sets/cardfile.h"
 #include "sets/programfixture.h"
 
 #include <gmock/gmock.h>
@@ -66,6 +67,28 @@ TEST_F(Program, TellsAFaultInOneLineAndFails) {
     EXPECT_EQ(1, ending.status);
     EXPECT_EQ("Broken.pw: the END record is missing, record 1 at byte 6\n", ending.out);
     EXPECT_THAT(run({u"list"_s}).out, HasSubstr("damaged"));
+}
+
+TEST_F(Program, LetsNoNameOrTextActOnTheTerminal) {
+    SetSource odd;
+    odd.cards = {{"Fish\x1b[2J\x9d", "-", "U", "\r", "", "Swim.\r\nDive\b\x7f.", ""},
+                 {"Newt", "-", "U", "", "", "", ""}};
+    put(u"Odd.pw"_s, QByteArray::fromStdString(cardFileBytes(odd)));
+    put(u"\x1b[7m.set"_s, "set \x1b[7m\n\x1b\n");
+    std::string told;
+    for (const QStringList& arguments :
+         {QStringList{u"check"_s}, QStringList{u"show"_s, u"Odd"_s},
+          QStringList{u"show"_s, u"Odd"_s, u"2J"_s}, QStringList{u"show"_s, u"Odd"_s, u"\u202e"_s},
+          QStringList{u"build"_s, u"\x1b[7m.set"_s}, QStringList{u"import"_s, u"\x1b[7m.set"_s},
+          QStringList{u"\u009b"_s}}) {
+        const Ending ending = run(arguments);
+        told += ending.out + ending.err;
+    }
+    for (const QChar c : QString::fromStdString(told)) {
+        EXPECT_TRUE(c.isPrint() || c == u'\n') << int{c.unicode()} << " in\n" << told;
+    }
+    EXPECT_THAT(told, HasSubstr("?[7m.set: "));
+    EXPECT_THAT(told, HasSubstr("Fish?[2J?"));
 }
 
 TEST_F(Program, HelpsAndRefusesAWrongCommandLine) {
