@@ -266,7 +266,7 @@ std::optional<CardPools> readCardPools(const fs::path& file) {
         std::string& token = tokens.emplace_back();
         token.reserve(record.color.size() + record.name.size());
         token.append(record.color).append(record.name);
-        if (!isOneOf(record.color, kCardColors) || !isToken(token)) {
+        if (!isOneOf(record.color, kTokenColors) || !isToken(token)) {
             return std::nullopt;
         }
     } while (record.name != "END");

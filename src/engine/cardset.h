@@ -18,7 +18,7 @@ inline constexpr std::size_t kMostCardsInPool = 256;
 // A pack of the longest tokens still fits into one message with room to spare.
 inline constexpr std::size_t kMostTokenBytes = 4000;
 // The colours of cards, one letter each, which is the first of a card's token.
-inline constexpr std::string_view kCardColors = "BUGRWAML";
+inline constexpr std::string_view kTokenColors = "BUGRWAML";
 
 // The base name of a set's files: the display name without blanks, cut to 8 characters.
 std::string setFileBase(std::string_view displayName);
@@ -48,7 +48,7 @@ struct CardPools {
 
 // The dealer's reading of a .pw file. Nothing when it cannot be opened, is empty or damaged, larger
 // than 64 MiB, holds more than kMostCardsInPool cards of a mark, one without a name or whose colour
-// is none of kCardColors or whose token is longer than kMostTokenBytes, asks for more than
+// is none of kTokenColors or whose token is longer than kMostTokenBytes, asks for more than
 // kMostCardsInPack cards, or cannot fill its pack.
 std::optional<CardPools> readCardPools(const std::filesystem::path& file);
 

@@ -45,7 +45,7 @@ std::vector<std::string> faultsOfCard(const CardRecord& card) {
     if (!isOneOf(card.rarity, kMarkLetters)) {
         faults.push_back("the mark \"" + card.rarity + "\" is none of - = + .");
     }
-    if (!isOneOf(card.color, kCardColors)) {
+    if (!isOneOf(card.color, kTokenColors)) {
         faults.push_back("the colour \"" + card.color + "\" is none of B U G R W A M L");
     }
     for (const std::string* field : {&card.name, &card.cost, &card.type, &card.text, &card.pt}) {
