@@ -4,6 +4,7 @@
 #pragma once
 
 #include "common/shell.h"
+#include "deck/deckfile.h"
 #include "deck/decklink.h"
 #include "platform/form.h"
 #include "platform/lazy.h"
@@ -67,7 +68,8 @@ public:
     void cmdTextDeck_Click();
 
     // Writes the deck file, reports the code and hides the window. A file that cannot be written
-    // ends the program; an older file of that name is then still whole.
+    // ends the program; an older file of that name is then still whole, and the deck is kept in
+    // the user's documents.
     void SaveFile();
 
 protected:
@@ -85,6 +87,7 @@ private:
     int groupOf(const QString& name) const;
     int placeInSideboard(int group) const;
     void showText(const ListBox& list);
+    DeckFile deckFile() const;  // of the lists as they are, with a stamp of now
 
     Shell& shell_;
     Lazy<FrmSave>& save_;

@@ -1,8 +1,10 @@
 #include "deck/frmsave.h"
 
 #include "common/settings.h"
+#include "deck/timestamp.h"
 #include "platform/look.h"
 #include "platform/twips.h"
+#include "platform/wholefile.h"
 
 #include <QComboBox>
 #include <QDateTime>
@@ -67,6 +69,8 @@ void FrmSave::connectControls() {
     connect(dlbDir, &DirListBox::pathChanged, this, &FrmSave::dlbDir_Change);
     connect(flbFile, &QListWidget::itemSelectionChanged, this, &FrmSave::flbFile_Click);
     connect(flbFile, &QListWidget::itemClicked, this, &FrmSave::flbFile_Click);
+    txtSaveName->installEventFilter(this);
+    cmdOK->installEventFilter(this);
     connect(txtSaveName, &QLineEdit::returnPressed, this, &FrmSave::cmdOK_Click);
     connect(cmdOK, &QPushButton::clicked, this, &FrmSave::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &FrmSave::cmdCancel_Click);
@@ -78,8 +82,7 @@ void FrmSave::Form_Load() {
         !dlbDir->setPath(QDir::currentPath())) {
         dlbDir->setPath(QDir::rootPath());
     }
-    txtSaveName->setText(u"draft-"_s + QDateTime::currentDateTime().toString(u"MMddyyyy-HHmm"_s) +
-                         u".dec"_s);
+    txtSaveName->setText(deckName(QDateTime::currentDateTime()) + u".dec"_s);
 }
 
 QString FrmSave::SaveName() const {
@@ -87,6 +90,9 @@ QString FrmSave::SaveName() const {
 }
 
 void FrmSave::dlbDrive_Change() {
+    if (dlbDrive->currentText() == QStorageInfo(dlbDir->path()).rootPath()) {
+        return;  // it was chosen before
+    }
     if (!dlbDir->setPath(dlbDrive->currentText())) {
         dlbDir_Change();  // the volume has gone; show the one in use again
     }
@@ -110,6 +116,14 @@ void FrmSave::flbFile_Click() {
 }
 
 void FrmSave::cmdOK_Click() {
+    const QString reason = whyNotWritable(SaveName(), fileSize_);
+    if (!reason.isEmpty()) {
+        txtSaveName->setFocus();
+        shell_.boxes().error(
+            this, u"Cannot save the deck as %1: %2\n\nChoose another folder or name."_s.arg(
+                      QDir::toNativeSeparators(SaveName()), reason));
+        return;
+    }
     setting::savePath.write(shell_.settings(), dlbDir->path());
     Q_EMIT leaving();
     hide();
@@ -131,6 +145,16 @@ void FrmSave::showEvent(QShowEvent* event) {
     Form::showEvent(event);
     dlbDir_Change();
     txtSaveName->setFocus();
+}
+
+bool FrmSave::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<const QKeyEvent*>(event);
+        if (key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+            return true;
+        }
+    }
+    return Form::eventFilter(watched, event);
 }
 
 void FrmSave::keyPressEvent(QKeyEvent* event) {

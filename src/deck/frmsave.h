@@ -27,9 +27,13 @@ public:
     // The full path to save to, as chosen and typed.
     QString SaveName() const;
 
+    // How many bytes the file will have, for the trial whether it can be made.
+    void setFileSize(qint64 bytes) { fileSize_ = bytes; }
+
     void dlbDrive_Change();
     void dlbDir_Change();
     void flbFile_Click();
+    // Tries first whether the file can be made; while it cannot, the window stays.
     void cmdOK_Click();
     void cmdCancel_Click();
 
@@ -44,6 +48,8 @@ protected:
     bool queryUnload(UnloadMode mode) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    // A key that is held down saves nothing: it may be the one that has opened this window.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
@@ -51,6 +57,7 @@ private:
     void connectControls();
 
     Shell& shell_;
+    qint64 fileSize_ = 0;
 };
 
 }  // namespace packwise

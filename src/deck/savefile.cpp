@@ -4,25 +4,18 @@
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
 #include "deck/timestamp.h"
+#include "platform/wholefile.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QLocale>
-#include <QSaveFile>
+#include <QStandardPaths>
 
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// An older file of that name is replaced only once the new one is complete.
-bool writeWhole(const QString& path, const std::string& bytes) {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) &&
-           file.write(bytes.data(), static_cast<qint64>(bytes.size())) ==
-               static_cast<qint64>(bytes.size()) &&
-           file.commit();
-}
 
 std::vector<std::string> cardsOf(const ListBox& list) {
     std::vector<std::string> cards;
@@ -32,6 +25,18 @@ std::vector<std::string> cardsOf(const ListBox& list) {
         }
     }
     return cards;
+}
+
+// Keeps a deck that could not be saved in the user's own documents. Tells in a line what became
+// of it.
+QString rescue(const std::string& text) {
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    documents.mkpath(u"."_s);
+    const QString path = freePath(documents, deckName(QDateTime::currentDateTime()), u".dec"_s);
+    const QString reason = writeWholeFile(path, text);
+    const QString shown = QDir::toNativeSeparators(path);
+    return reason.isEmpty() ? u"The deck is kept as %1"_s.arg(shown)
+                            : u"It cannot be kept as %1 either: %2"_s.arg(shown, reason);
 }
 
 }  // namespace
@@ -45,16 +50,22 @@ void FrmDeckBuild::cmdSave_Click() {
         connect(&save, &FrmSave::cancelled, this, [this] { activateWindow(); });
         save.move(geometry().center() - save.rect().center());
     }
+    save.setFileSize(static_cast<qint64>(deckFile().text.size()));
     setEnabled(false);
     save.present();
     link_.hideCard();
 }
 
-void FrmDeckBuild::SaveFile() {
+DeckFile FrmDeckBuild::deckFile() const {
     const std::string stamp = toBytes(timeStamp(QDateTime::currentDateTime(), QLocale::system()));
-    const DeckFile file = makeDeckFile(stamp, cardsOf(*lstDeck), cardsOf(*lstSB));
-    if (!writeWhole(save_->SaveName(), file.text)) {
-        shell_.boxes().error(this, u"Error writing to file. Must quit. :("_s);
+    return makeDeckFile(stamp, cardsOf(*lstDeck), cardsOf(*lstSB));
+}
+
+void FrmDeckBuild::SaveFile() {
+    const DeckFile file = deckFile();
+    if (!writeWholeFile(save_->SaveName(), file.text).isEmpty()) {
+        shell_.boxes().error(this,
+                             u"Error writing to file. Must quit. :(\n\n"_s + rescue(file.text));
         shell_.end();
         return;
     }

@@ -54,4 +54,8 @@ QString timeStamp(const QDateTime& when, const QLocale& locale) {
                    locale.toString(when.time(), timeFormat(locale)));
 }
 
+QString deckName(const QDateTime& when) {
+    return u"draft-"_s + when.toString(u"MMddyyyy-HHmm"_s);
+}
+
 }  // namespace packwise

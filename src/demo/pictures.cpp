@@ -1,5 +1,8 @@
 #include "demo/pictures.h"
 
+#include "platform/wholefile.h"
+
+#include <QBuffer>
 #include <QImage>
 #include <QWidget>
 
@@ -67,7 +70,10 @@ bool Pictures::take(QWidget& window, const QString& name) const {
     QImage picture(window.size() * kScale, QImage::Format_RGB32);
     picture.setDevicePixelRatio(kScale);
     window.render(&picture);
-    return withFewColors(picture).save(folder_ + u'/' + name + u".png"_s, "PNG", kSmallestFile);
+    QBuffer file;
+    return file.open(QIODevice::WriteOnly) &&
+           withFewColors(picture).save(&file, "PNG", kSmallestFile) &&
+           writeWholeFile(folder_ + u'/' + name + u".png"_s, file.data()).isEmpty();
 }
 
 }  // namespace packwise

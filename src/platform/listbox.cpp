@@ -91,6 +91,13 @@ bool ListBox::viewportEvent(QEvent* event) {
     return QListWidget::viewportEvent(event);
 }
 
+void ListBox::selectAll() {
+    QListWidget::selectAll();
+    if (currentRow() < 0 && !selectedItems().isEmpty()) {
+        setCurrentItem(item(0), QItemSelectionModel::NoUpdate);
+    }
+}
+
 void ListBox::keyboardSearch(const QString& search) {
     if (!search.trimmed().isEmpty()) {
         QListWidget::keyboardSearch(search);

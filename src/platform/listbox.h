@@ -28,6 +28,9 @@ public:
     // A list that only shows: no focus, no selection, text and paper in full colour.
     void setShowOnly();
 
+    // A list with a selection has a current row: the first when none was.
+    void selectAll() override;
+
     // Goes to the next row that begins with what is typed. Blanks find nothing: they select, and
     // rows that are blank are no goal.
     void keyboardSearch(const QString& search) override;

@@ -1,5 +1,9 @@
 #include "platform/settingsstore.h"
 
+#include "platform/wholefile.h"
+
+#include <QDir>
+#include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
 
@@ -53,7 +57,27 @@ void SettingsStore::write(const QString& section, const QString& key, const QStr
     write({{section, key, value}});
 }
 
+// QSettings puts a file in place that a full disk has cut short, so there must be room beforehand.
+bool SettingsStore::hasRoomFor(qint64 characters) const {
+    constexpr qint64 kMostBytes = 8;  // of one character, escaped
+    const QFileInfo there(file_);
+    QDir().mkpath(there.path());
+    const QString reason = whyNotWritable(file_, kMostBytes * (there.size() + characters));
+    if (!reason.isEmpty()) {
+        qWarning("cannot write the settings, %s: %s", qUtf8Printable(file_),
+                 qUtf8Printable(reason));
+    }
+    return reason.isEmpty();
+}
+
 void SettingsStore::write(const QList<Entry>& entries) {
+    qint64 characters = 0;
+    for (const Entry& entry : entries) {
+        characters += entry.section.size() + entry.key.size() + entry.value.size() + 6;
+    }
+    if (!hasRoomFor(characters)) {
+        return;
+    }
     QSettings settings(file_, QSettings::IniFormat);
     for (const Entry& entry : entries) {
         settings.setValue(entry.section + u'/' + entry.key, entry.value);
@@ -62,6 +86,9 @@ void SettingsStore::write(const QList<Entry>& entries) {
 }
 
 void SettingsStore::remove(const QString& section, const QString& key) {
+    if (!hasRoomFor(0)) {
+        return;
+    }
     QSettings settings(file_, QSettings::IniFormat);
     settings.remove(section + u'/' + key);
     settings.sync();

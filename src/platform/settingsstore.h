@@ -1,5 +1,6 @@
 // The per-user settings: text values by section and key in one INI file. A write is on the disk
-// when the call returns. Nothing is cached.
+// when the call returns. Nothing is cached. What cannot be written is left out with a warning on
+// the standard error stream, and the file stays as it was.
 #pragma once
 
 #include <QList>
@@ -35,6 +36,9 @@ public:
     QList<std::pair<QString, QString>> readAll(const QString& section) const;
 
 private:
+    // Whether the file can be written with so many characters more.
+    bool hasRoomFor(qint64 characters) const;
+
     QString file_;
 };
 

@@ -62,6 +62,8 @@ std::error_code putBothInPlace(NewFile& first, const OrderStep& second) {
     if (hadOld) {
         fs::copy_file(first.target(), kept, fs::copy_options::overwrite_existing, error);
         if (error) {
+            std::error_code ignored;
+            fs::remove(kept, ignored);  // a full disk leaves a part of it
             return error;
         }
     }

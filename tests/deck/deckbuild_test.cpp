@@ -57,6 +57,14 @@ TEST_F(DeckBuilder, MovesAllSelectedCardsAndNothingElse) {
 
 TEST_F(DeckBuilder, KeysAloneMoveCards) {
     deal({{0, "A|B|C|"}});
+    window.cmdSave->setFocus();
+    window.lstSB->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(window.lstSB, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(window.lstSB, Qt::Key_Return);
+    EXPECT_EQ(window.lstDeck->texts().join(u""_s), u"ABC"_s);
+    QTest::keyClick(window.lstDeck, Qt::Key_A, Qt::ControlModifier);
+    window.cmdTake->click();
+    EXPECT_EQ(window.lstDeck->count(), 0);
     window.lstSB->setCurrentRow(0);
     for (const auto key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Space, Qt::Key_Return}) {
         QTest::keyClick(window.lstSB, key);
@@ -155,7 +163,7 @@ TEST_F(DeckBuilder, DrawsTheLineAtAHundredLands) {
     EXPECT_TRUE(window.cmdLand[0]->isEnabled());
     shell.script.expect(u"I have to draw the line somewhere! No more land!"_s);
     window.cmdLand[2]->click();
-    EXPECT_EQ(shell.script.last().title, u"Packwise 1.41"_s);
+    expectWarning(shell.script.last(), u"Packwise 1.41"_s, BoxButtons::Ok);
     EXPECT_EQ(window.lstDeck->count(), 97);
     for (const QPushButton* button : window.cmdLand) {
         EXPECT_FALSE(button->isEnabled());
@@ -212,7 +220,7 @@ TEST_F(DeckBuilder, AsksBeforeItCloses) {
         EXPECT_EQ(window.closeByUser(), one.closes);
         EXPECT_EQ(window.isVisible(), !one.closes);
         EXPECT_EQ(shell.ended(), one.ends);
-        EXPECT_EQ(shell.script.last().buttons, BoxButtons::YesNo);
+        expectWarning(shell.script.last(), u"Packwise 1.41"_s, BoxButtons::YesNo);
         EXPECT_EQ(shell.savedForms, 0);
     }
     EXPECT_TRUE(link.sent.empty());

@@ -64,6 +64,12 @@ protected:
         }
     }
 
+    static void expectWarning(const Box& box, const QString& title, BoxButtons buttons) {
+        EXPECT_EQ(box.title, title);
+        EXPECT_EQ(box.icon, BoxIcon::Exclamation);
+        EXPECT_EQ(box.buttons, buttons);
+    }
+
     static int rowOf(const ListBox* list, const QString& text) {
         return static_cast<int>(list->texts().indexOf(text));
     }

@@ -1,14 +1,22 @@
 #include "common/settings.h"
 #include "deck/deckfile.h"
 #include "deck/deckfixture.h"
+#include "deck/timestamp.h"
+#include "platform/wholefile.h"
+#include "support/faults.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <optional>
 
 namespace packwise {
 namespace {
@@ -43,6 +51,10 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
     }
 
+    static QStringList names(const QString& folder) {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
     void put(const QString& name, const QByteArray& bytes) const {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -72,35 +84,92 @@ TEST_F(SaveAs, WritesTheDeckAndReportsItsCode) {
     EXPECT_EQ(window.lstDeck->count() + window.lstSB->count(), 0);
     EXPECT_FALSE(window.isVisible());
     EXPECT_FALSE(save->isVisible());
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{u"mine.dec"_s});
+    EXPECT_EQ(names(folder.path()), QStringList{u"mine.dec"_s});
 }
 
-TEST_F(SaveAs, AFailureEndsTheProgramAndKeepsTheDeck) {
+TEST_F(SaveAs, StaysOpenWhileTheFileCannotBeMade) {
     put(u"file"_s, "whole");
+    put(u"mine.dec"_s, "an older deck");
     QDir(folder.path()).mkdir(u"folder.dec"_s);
+    openWithDeck();
     for (const QString& name : {u""_s, u"folder.dec"_s, u"nowhere/a.dec"_s, u"file/a.dec"_s,
-                                QString(300, u'x'), u".."_s}) {
-        FakeShell ownShell;
-        setting::savePath.write(ownShell.settings(), folder.path());
-        FakeDeckLink ownLink;
-        Lazy<FrmSave> ownSave{[&] { return std::make_unique<FrmSave>(ownShell); }};
-        FrmDeckBuild own(ownShell, ownSave, ownLink);
-        for (int land = 0; land < 40; ++land) {
-            own.cmdLand_Click(0);
+                                QString(300, u'x'), u".."_s, u"mine.dec"_s, u"full.dec"_s}) {
+        std::optional<FullDisk> disk;
+        if (name == u"mine.dec"_s || name == u"full.dec"_s) {
+            disk.emplace(500);
         }
-        own.cmdSave_Click();
-        ownSave->txtSaveName->setText(name);
-        ownShell.script.expect(u"Error writing to file. Must quit. :("_s);
-        ownSave->cmdOK->click();
-        EXPECT_EQ(ownShell.script.last().title, u"Error"_s);
-        EXPECT_TRUE(ownShell.ended()) << name.toStdString();
-        EXPECT_TRUE(ownLink.sent.empty());
-        EXPECT_EQ(own.lstDeck->count(), 40);
+        const QString full = folder.path() + u'/' + name;
+        shell.script.expect(
+            u"Cannot save the deck as %1: %2\n\nChoose another folder or name."_s.arg(
+                full, whyNotWritable(full, 1000)));
+        saveAs(name);
+        expectWarning(shell.script.last(), u"Error"_s, BoxButtons::Ok);
+        EXPECT_TRUE(save->isVisible() && !window.isEnabled() && !shell.ended());
     }
     EXPECT_EQ(bytesOf(path(u"file"_s)), "whole");
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList({u"file"_s, u"folder.dec"_s}));
+    EXPECT_EQ(bytesOf(path(u"mine.dec"_s)), "an older deck");
+    EXPECT_EQ(names(folder.path()), QStringList({u"file"_s, u"folder.dec"_s, u"mine.dec"_s}));
+    EXPECT_EQ(window.lstDeck->count(), 40);
+    EXPECT_TRUE(link.sent.empty());
+    saveAs(u"mine.dec"_s);
+    EXPECT_EQ(link.sent.size(), 1U);
+}
+
+// What the trial has not foreseen: the last way out, with the deck kept if that can be.
+TEST_F(SaveAs, AFailedSaveEndsTheProgramAndKeepsTheDeckAmongTheDocuments) {
+    const QTemporaryDir home;
+    const QByteArray homeBefore = qgetenv("HOME");
+    qputenv("HOME", home.path().toLocal8Bit());
+    const QString documents = home.filePath(u"Documents"_s);
+    QDir(home.path()).mkdir(u"Documents"_s);
+    const QDateTime now = QDateTime::currentDateTime();
+    for (const int minutes : {0, 1}) {
+        QFile older(documents + u'/' + deckName(now.addSecs(60 * minutes)) + u".dec"_s);
+        ASSERT_TRUE(older.open(QIODevice::WriteOnly));
+    }
+    openWithDeck();
+    save->txtSaveName->setText(u"mine.dec"_s);
+    put(u"mine.dec"_s, "an older deck");
+    Box box;
+    shell.boxes().setHook([&](const Box& shown) {
+        box = shown;
+        return true;
+    });
+    const QString error = u"Error writing to file. Must quit. :(\n\n"_s;
+    {
+        const FullDisk disk(500);
+        window.SaveFile();
+    }
+    EXPECT_TRUE(box.text.startsWith(error + u"It cannot be kept as "_s + documents));
+    EXPECT_EQ(bytesOf(path(u"mine.dec"_s)), "an older deck");
+    EXPECT_EQ(names(documents).size(), 2);
+    save->txtSaveName->setText(u"nowhere/a.dec"_s);
+    window.SaveFile();
+    qputenv("HOME", homeBefore);
+
+    const QStringList kept = names(documents).filter(u"-2.dec"_s);
+    ASSERT_EQ(kept.size(), 1);
+    const QString copy = documents + u'/' + kept[0];
+    EXPECT_EQ(box.text, error + u"The deck is kept as "_s + copy);
+    EXPECT_EQ(bytesOf(copy).count('\n'), 44);
+    expectWarning(box, u"Error"_s, BoxButtons::Ok);
+    EXPECT_TRUE(shell.ended());
+    EXPECT_EQ(window.lstDeck->count(), 40);
+    EXPECT_TRUE(link.sent.empty());
+}
+
+TEST_F(SaveAs, AHeldReturnSavesNothing) {
+    openWithDeck();
+    for (QWidget* focus :
+         {static_cast<QWidget*>(save->txtSaveName), static_cast<QWidget*>(save->cmdOK)}) {
+        for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+            QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, u"\r"_s, true);
+            QApplication::sendEvent(focus, &held);
+        }
+    }
+    EXPECT_TRUE(save->isVisible());
+    QTest::keyClick(save->txtSaveName, Qt::Key_Return);
+    EXPECT_EQ(link.sent.size(), 1U);
 }
 
 TEST_F(SaveAs, EveryWayBackEnablesTheBuilder) {
@@ -132,10 +201,17 @@ TEST_F(SaveAs, BrowsesFoldersAndDeckFiles) {
     put(u"a.dec"_s, "");
     put(u"b.txt"_s, "");
     ASSERT_TRUE(QDir(folder.path()).mkpath(u"inner/deep"_s));
+    const QDateTime before = QDateTime::currentDateTime();
     FrmSave& dialog = save();
     dialog.show();
-    static const QRegularExpression name(u"\\Adraft-\\d{8}-\\d{4}\\.dec\\z"_s);
-    EXPECT_TRUE(name.match(dialog.txtSaveName->text()).hasMatch());
+    const QDateTime after = QDateTime::currentDateTime();
+    QStringList defaults;
+    for (const QDateTime& now : {before, after}) {
+        defaults += QString::asprintf("draft-%02d%02d%04d-%02d%02d.dec", now.date().month(),
+                                      now.date().day(), now.date().year(), now.time().hour(),
+                                      now.time().minute());
+    }
+    EXPECT_TRUE(defaults.contains(dialog.txtSaveName->text())) << defaults[0].toStdString();
     EXPECT_EQ(dialog.dlbDir->path(), folder.path());
     EXPECT_EQ(dialog.flbFile->texts(), QStringList{u"a.dec"_s});
     const QString typed = dialog.txtSaveName->text();
@@ -156,10 +232,12 @@ TEST_F(SaveAs, BrowsesFoldersAndDeckFiles) {
                        dialog.dlbDir->visualRect(up).center());
     EXPECT_EQ(dialog.dlbDir->path(), folder.path());
 
-    dialog.dlbDrive->setCurrentIndex(0);
-    dialog.dlbDrive_Change();
-    EXPECT_EQ(dialog.dlbDir->path(), QDir::rootPath());
-    dialog.dlbDir->setPath(path(u"inner"_s));
+    Q_EMIT dialog.dlbDrive->activated(dialog.dlbDrive->currentIndex());
+    EXPECT_EQ(dialog.dlbDir->path(), folder.path()) << "the same drive again is no change";
+    dialog.dlbDrive->addItem(path(u"inner"_s));  // stands for another volume
+    dialog.dlbDrive->setCurrentIndex(dialog.dlbDrive->count() - 1);
+    Q_EMIT dialog.dlbDrive->activated(dialog.dlbDrive->currentIndex());
+    EXPECT_EQ(dialog.dlbDir->path(), path(u"inner"_s));
     dialog.cmdOK->click();
     EXPECT_EQ(setting::savePath.read(shell.settings()), path(u"inner"_s));
 }

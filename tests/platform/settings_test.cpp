@@ -1,4 +1,5 @@
 #include "platform/settingsstore.h"
+#include "support/faults.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -29,6 +30,14 @@ TEST(SettingsStore, WritesAreOnTheDiskAtOnceAndKeepTheRest) {
     EXPECT_EQ(other.read(u"Server"_s, u"Port"_s), u"6000"_s);
     EXPECT_EQ(other.read(u"Client"_s, u"Port"_s), u"7000"_s);
     EXPECT_EQ(other.read(u"Client"_s, u"Name"_s), u"Zoë | \"Ünal\", %x"_s);
+
+    {
+        const FullDisk disk(20);
+        store.write(u"Client"_s, u"Port"_s, u"8000"_s);
+        store.remove(u"Client"_s, u"Port"_s);
+    }
+    EXPECT_EQ(other.read(u"Server"_s, u"Port"_s), u"6000"_s) << "an older value is lost";
+    EXPECT_EQ(other.read(u"Client"_s, u"Port"_s), u"7000"_s);
 }
 
 TEST(SettingsStore, ASectionComesInTheOrderOfItsKeys) {

@@ -2,6 +2,7 @@
 #include "sets/writer.h"
 
 #include "sets/sheet.h"
+#include "support/faults.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -66,6 +67,16 @@ TEST_F(Writer, KeepsTheOlderPairWhenTheNewOneCannotBeCompleted) {
     EXPECT_FALSE(error_.empty());
     EXPECT_EQ(before, bytes("Tarn.pw"));
     EXPECT_EQ((QStringList{u"Tarn.ord"_s, u"Tarn.pw"_s}), files());
+
+    QFile card(dir_.filePath(u"Tarn.pw"_s));
+    ASSERT_TRUE(card.open(QIODevice::WriteOnly) && card.resize(9000));
+    for (const int room :
+         {10, 8000}) {  // too little for the new pair, or for the old one beside it
+        const FullDisk disk(static_cast<rlim_t>(room));
+        EXPECT_EQ(WriteResult::Failed, write());
+        EXPECT_EQ(9000, card.size());
+        EXPECT_EQ((QStringList{u"Tarn.ord"_s, u"Tarn.pw"_s}), files()) << room;
+    }
 
     ASSERT_TRUE(QDir(dir_.path()).remove(u"Tarn.pw"_s));
     EXPECT_EQ(WriteResult::Failed, write());
