@@ -41,9 +41,9 @@ DeckFile makeDeckFile(std::string_view stamp, const std::vector<std::string>& de
     return file;
 }
 
-std::int32_t codeOfDeckFile(std::string_view text) {
+std::optional<std::int32_t> codeOfDeckFile(std::string_view text) {
     if (!text.starts_with(kHeader)) {
-        return 0;
+        return std::nullopt;
     }
     std::int32_t code = 0;
     while (!text.empty()) {

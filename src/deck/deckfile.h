@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,7 +21,8 @@ struct DeckFile {
 DeckFile makeDeckFile(std::string_view stamp, const std::vector<std::string>& deck,
                       const std::vector<std::string>& sideboard);
 
-// The security code worked out again from a deck file's bytes. 0 for text without a header line.
-std::int32_t codeOfDeckFile(std::string_view text);
+// The security code worked out again from a deck file's bytes. Nothing for text without a header
+// line.
+std::optional<std::int32_t> codeOfDeckFile(std::string_view text);
 
 }  // namespace packwise

@@ -99,7 +99,11 @@ void DemoTable::saveDeck(DemoSeat& seat) {
     if (!file.open(QIODevice::ReadOnly)) {
         throw DemoFailure(u"there is no file "_s + seat.deckFile);
     }
-    seat.code = codeOfDeckFile(file.readAll().toStdString());
+    const std::optional<std::int32_t> code = codeOfDeckFile(file.readAll().toStdString());
+    if (!code) {
+        throw DemoFailure(seat.deckFile + u" holds no deck"_s);
+    }
+    seat.code = *code;
 }
 
 void DemoTable::checkCodes() {

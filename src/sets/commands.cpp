@@ -59,10 +59,6 @@ int build(const QStringList& arguments, const Streams& io) {
                                    : "packwise-sets: --register or --no-register, not both\n");
         return kWrongUse;
     }
-    const QString folder = parser.value(into);
-    if (const auto status = needFolder(folder, io)) {
-        return *status;
-    }
     std::vector<Job> jobs;
     for (const QString& file : files) {
         if (auto job = readJob(file, io)) {
@@ -73,7 +69,7 @@ int build(const QStringList& arguments, const Streams& io) {
         io.err << "packwise-sets: nothing was written\n";
         return kFailed;
     }
-    return writeSets(jobs, folder, !parser.isSet(no), io);
+    return writeSets(jobs, parser.value(into), !parser.isSet(no), u"in the line \"set\""_s, io);
 }
 
 // The folder that list and check are asked for, or an exit status.

@@ -2,6 +2,7 @@
 
 #include "common/codepage.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace packwise::sets {
@@ -46,6 +47,18 @@ std::optional<int> needFolder(const QString& folder, const Streams& io) {
         return std::nullopt;
     }
     io.err << folder << ": there is no such folder\n";
+    return kFailed;
+}
+
+std::optional<int> makeFolder(const QString& folder, const Streams& io) {
+    if (QFileInfo(folder).isDir()) {
+        return std::nullopt;
+    }
+    if (QDir().mkpath(folder)) {
+        io.out << folder << ": a new folder\n";
+        return std::nullopt;
+    }
+    io.err << folder << ": this folder cannot be made\n";
     return kFailed;
 }
 

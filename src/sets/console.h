@@ -38,4 +38,8 @@ std::optional<int> parse(QCommandLineParser& parser, const QStringList& argument
 // kFailed, and told, when there is no such folder.
 std::optional<int> needFolder(const QString& folder, const Streams& io);
 
+// Makes a folder, with all above it, and tells so, unless it is there. Nothing but an exit status
+// when it cannot be made.
+std::optional<int> makeFolder(const QString& folder, const Streams& io);
+
 }  // namespace packwise::sets

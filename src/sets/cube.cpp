@@ -109,6 +109,7 @@ private:
         const std::vector<CardRecord>& cards = read_.source.cards;
         const std::size_t most = kMostCardsInPool * kPools.size();
         add(nearest_.warnings());
+        add(mendDisplayName(read_.source.displayName));
         add(setFaults(read_.source, [this](std::size_t card) { return placeOf(lines_[card]); }));
         if (cards.size() < kMostCardsInPack) {
             faults.push_back({"a pack is " + std::to_string(kMostCardsInPack) +

@@ -5,6 +5,7 @@
 #include "sets/jobs.h"
 #include "sets/mtgset.h"
 #include "sets/progressbar.h"
+#include "sets/rules.h"
 #include "sets/sheet.h"
 #include "sets/table.h"
 
@@ -77,7 +78,7 @@ public:
             io_.err << "packwise-sets: nothing was written\n";
             return kFailed;
         }
-        return writeSets(jobs_, wishes_.folder, wishes_.registering, io_);
+        return writeSets(jobs_, wishes_.folder, wishes_.registering, u"with --name"_s, io_);
     }
 
 private:
@@ -112,6 +113,9 @@ private:
 
     bool add(const QString& file, ReadSource read) {
         if (!tellFaults(file, read.faults, io_)) {
+            if (!displayNameFaults(read.source.displayName).empty()) {
+                io_.err << file << ": give the set another name with --name\n";
+            }
             return false;
         }
         layOutSheets(read.source);
@@ -237,7 +241,7 @@ std::optional<int> parseWishes(const QStringList& arguments, const Streams& io, 
         io.err << "packwise-sets: import needs at least one file, before its options\n";
         return kWrongUse;
     }
-    return needFolder(wishes.folder, io);
+    return std::nullopt;
 }
 
 }  // namespace

@@ -251,9 +251,8 @@ int codeDecks(const QStringList& arguments, const Streams& io) {
     for (const QString& file : files) {
         std::string bytes;
         const bool isRead = readWhole(pathOf(file), bytes);
-        const std::int32_t code = codeOfDeckFile(bytes);
-        if (code != 0) {
-            io.out << file << ": " << code << "\n";
+        if (const std::optional<std::int32_t> code = codeOfDeckFile(bytes)) {
+            io.out << file << ": " << *code << "\n";
         } else {
             io.err << file << (isRead ? ": holds no deck\n" : ": cannot be read\n");
             good = false;

@@ -13,7 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Whether no two sources, and no source and another registered set, lead to the same files.
-bool haveOwnFiles(const std::vector<Job>& jobs, bool withRegistered, const Streams& io) {
+bool haveOwnFiles(const std::vector<Job>& jobs, bool withRegistered, const QString& renaming,
+                  const Streams& io) {
     bool own = true;
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const QString name = fromBytes(jobs[i].source.displayName);
@@ -29,8 +30,8 @@ bool haveOwnFiles(const std::vector<Job>& jobs, bool withRegistered, const Strea
         if (clash || !rival.isEmpty()) {
             io.err << jobs[i].file
                    << u": \"%1\" leads to the same files as the set \"%2\"; names "
-                      u"must differ in their first eight letters; give another name\n"_s.arg(name,
-                                                                                             rival);
+                      u"must differ in their first eight letters; give another name %3\n"_s.arg(
+                          name, rival, renaming);
             own = false;
         }
     }
@@ -61,10 +62,13 @@ bool buildOne(const Job& job, const QString& folder, bool registering, const Str
 }  // namespace
 
 int writeSets(const std::vector<Job>& jobs, const QString& folder, bool registering,
-              const Streams& io) {
-    if (!haveOwnFiles(jobs, registering, io)) {
+              const QString& renaming, const Streams& io) {
+    if (!haveOwnFiles(jobs, registering, renaming, io)) {
         io.err << "packwise-sets: nothing was written\n";
         return kFailed;
+    }
+    if (const auto status = makeFolder(folder, io)) {
+        return *status;
     }
     bool good = true;
     for (const Job& job : jobs) {

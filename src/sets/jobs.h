@@ -10,9 +10,10 @@ struct Job {
     SetSource source;
 };
 
-// Writes the files of every set and registers their names unless told not to. Nothing is written
-// when two sets, or a set and another registered one, lead to the same files. The exit status.
+// Writes the files of every set into the folder, which is made if need be, and registers their
+// names unless told not to. Nothing is written when two sets, or a set and another registered one,
+// lead to the same files; `renaming` then tells where to give another name. The exit status.
 int writeSets(const std::vector<Job>& jobs, const QString& folder, bool registering,
-              const Streams& io);
+              const QString& renaming, const Streams& io);
 
 }  // namespace packwise::sets

@@ -88,6 +88,7 @@ public:
             std::move(more.begin(), more.end(), std::back_inserter(faults));
         };
         add(nearest_.warnings());
+        add(mendDisplayName(read_.source.displayName));
         add(setFaults(read_.source, [this](std::size_t card) { return places_[card]; }));
         add(packFaults(read_.source.counts, read_.source.cards));
         return std::move(read_);

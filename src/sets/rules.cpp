@@ -25,6 +25,11 @@ bool hasControl(std::string_view text) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x20; });
 }
 
+bool isKeptOutOfFileNames(char c) {
+    return hasControl({&c, 1}) || c == 0x7F ||
+           std::string_view("/\\:*?\"<>|").find(c) != std::string_view::npos;
+}
+
 std::vector<std::string> faultsOfCard(const CardRecord& card) {
     std::vector<std::string> faults;
     if (card.name.empty()) {
@@ -170,14 +175,35 @@ std::vector<Fault> displayNameFaults(std::string_view displayName) {
             {"the set's name holds a reserved character, \"|\", \"~\" or a control character", {}}};
     }
     const bool plain = std::all_of(base.begin(), base.end(), [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < 0x7F && std::string_view("/\\:*?\"<>|").find(c) == std::string_view::npos;
+        return static_cast<unsigned char>(c) < 0x7F && !isKeptOutOfFileNames(c);
     });
     if (!plain || base.front() == '.' || base.back() == '.') {
         return {{"\"" + base + "\", the start of the set's name, cannot be a file name everywhere",
                  {}}};
     }
     return {};
+}
+
+std::vector<Fault> mendDisplayName(std::string& displayName) {
+    const std::string given = displayName;
+    for (std::string base = setFileBase(displayName);
+         std::any_of(base.begin(), base.end(), isKeptOutOfFileNames);
+         base = setFileBase(displayName)) {
+        const auto bad = std::find_if(displayName.begin(), displayName.end(), isKeptOutOfFileNames);
+        const auto behind = displayName.erase(bad);
+        // "Fire / Ice" keeps one blank.
+        if (behind != displayName.end() && *behind == ' ' &&
+            (behind == displayName.begin() || *(behind - 1) == ' ')) {
+            displayName.erase(behind);
+        }
+    }
+    if (displayName == given) {
+        return {};
+    }
+    return {{"\"" + given + "\" cannot name a file; the set is called \"" + displayName +
+                 "\", or as --name says",
+             {},
+             true}};
 }
 
 std::string_view poolName(Pool pool) {

@@ -28,6 +28,10 @@ std::vector<Fault> packFaults(const std::array<int, 3>& counts,
 // A display name that names no file on every system.
 std::vector<Fault> displayNameFaults(std::string_view displayName);
 
+// Takes out of a display name those characters that keep the files from being named after it: of
+// the ones that no file name may have, all in its first eight letters. A warning if there were any.
+std::vector<Fault> mendDisplayName(std::string& displayName);
+
 // All of the above but what is wrong with its packs.
 std::vector<Fault> setFaults(const SetSource& set, const PlaceOf& placeOf);
 

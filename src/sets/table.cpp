@@ -240,6 +240,7 @@ private:
         };
         const bool clean = faults.empty();
         add(nearest_.warnings());
+        add(mendDisplayName(read_.source.displayName));
         add(setFaults(read_.source, [this](std::size_t card) { return placeOf(lines_[card]); }));
         if (clean) {
             add(packFaults(read_.source.counts, read_.source.cards));

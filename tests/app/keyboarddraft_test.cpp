@@ -190,7 +190,7 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
     for (int seat = 0; seat < 2; ++seat) {
         QFile file(u"decks/%1.dec"_s.arg(seat));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString code = QString::number(codeOfDeckFile(file.readAll().toStdString()));
+        const QString code = QString::number(codeOfDeckFile(file.readAll().toStdString()).value());
         for (Player& player : players) {
             EXPECT_TRUE(
                 spinUntil([&] { return player.program.frmSecurity->lstCode->text(seat) == code; }));

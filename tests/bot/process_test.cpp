@@ -104,7 +104,7 @@ TEST_F(BotProcess, DraftsSavesADeckForEachPlayerAndStaysUntilTheServerGoes) {
         ASSERT_TRUE(name.endsWith(u".dec") && file.open(QIODevice::ReadOnly));
         const std::string text = file.readAll().toStdString();
         EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 41);
-        worked.insert(std::to_string(codeOfDeckFile(text)));
+        worked.insert(std::to_string(codeOfDeckFile(text).value()));
     }
     EXPECT_EQ(worked, codes);
 

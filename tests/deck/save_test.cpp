@@ -79,8 +79,8 @@ TEST_F(SaveAs, WritesTheDeckAndReportsItsCode) {
         u"(    1 (Swamp|Island|Forest|Mountain|Plains)\\r\\n){38}"
         u"    1 Tide\\r\\n    1 Swamp\\r\\nSB: 1 Café\\r\\nSB: 1 Cave\\r\\nSB: 1 Swamp\\r\\n\\z"_s);
     EXPECT_TRUE(form.match(text).hasMatch()) << bytes;
-    EXPECT_EQ(link.sent,
-              std::vector<std::string>{"CODE" + std::to_string(codeOfDeckFile(bytes)) + "~"});
+    EXPECT_EQ(link.sent, std::vector<std::string>{
+                             "CODE" + std::to_string(codeOfDeckFile(bytes).value()) + "~"});
     EXPECT_EQ(window.lstDeck->count() + window.lstSB->count(), 0);
     EXPECT_FALSE(window.isVisible());
     EXPECT_FALSE(save->isVisible());

@@ -25,7 +25,7 @@ TEST(DeckFile, CountsDeckDoubleSideboardOnceAndTheHeaderAgainst) {
               "    1 Snow-Covered Swamp\r\n"
               "SB: 1 \xC6ther Fox\r\n");
     EXPECT_EQ(makeDeckFile(kStamp, {}, {"\xFF"}).code, 255 - 2379);
-    EXPECT_EQ(codeOfDeckFile("no deck"), 0);
+    EXPECT_EQ(codeOfDeckFile("no deck"), std::nullopt);
 }
 
 TEST(ChatFold, CutsBehindTheLastBlankElseAtTheWidth) {

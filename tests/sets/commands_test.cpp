@@ -52,7 +52,6 @@ TEST_F(Program, RefusesTwoNamesThatLeadToTheSameFiles) {
 
 TEST_F(Program, LeavesTheSettingsAloneWhenAskedTo) {
     put(u"one.set"_s, setNamed("Reed Marsh"));
-    QDir(dir_.path()).mkdir(u"cards"_s);
     EXPECT_EQ(0,
               run({u"build"_s, u"one.set"_s, u"--into"_s, u"cards"_s, u"--no-register"_s}).status);
     EXPECT_TRUE(registered().isEmpty());

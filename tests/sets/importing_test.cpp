@@ -138,10 +138,29 @@ TEST_F(Importing, DealsShowsAndRemovesASet) {
     EXPECT_THAT(run({u"remove"_s, u"Reed Marsh"_s}).err, HasSubstr("there is no such set"));
 }
 
+TEST_F(Importing, MakesTheFolderAndTellsHowASetIsNamed) {
+    put(u"RMS.json"_s, reedMarsh().replace("Reed Marsh", "Reeds: A Marsh"));
+    const QStringList import = {u"import"_s, u"RMS.json"_s, u"--into"_s, u"new/cards"_s};
+    const Ending refused = run(import + QStringList{u"--name"_s, u"\u00C6lks"_s});
+    EXPECT_THAT(refused.err, HasSubstr("\nRMS.json: give the set another name with --name\n"));
+    EXPECT_FALSE(QFile::exists(dir_.filePath(u"new"_s)));
+    const Ending first = run(import);
+    EXPECT_EQ("new/cards: a new folder\nReeds A Marsh: written\n", first.out);
+    EXPECT_THAT(first.err, HasSubstr("called \"Reeds A Marsh\", or as --name says"));
+    EXPECT_EQ("Reeds A Marsh: up to date\n", run(import).out);
+    EXPECT_THAT(run(import + QStringList{u"--name"_s, u"ReedsA Marsh"_s}).err,
+                HasSubstr("give another name with --name\n"));
+    const Ending inTheWay = run({u"import"_s, u"RMS.json"_s, u"--into"_s, u"RMS.json/x"_s});
+    EXPECT_EQ(1, inTheWay.status);
+    EXPECT_THAT(inTheWay.err, HasSubstr("RMS.json/x: this folder cannot be made\n"));
+}
+
 TEST_F(Importing, WorksOutTheCodeOfADeckFile) {
     const DeckFile deck = makeDeckFile("1/2/2026 3:04:05 PM", {"Pike King", "Fish aa"}, {"Newt"});
     put(u"mine.dec"_s, QByteArray::fromStdString(deck.text));
     EXPECT_EQ("mine.dec: " + std::to_string(deck.code) + "\n", run({u"code"_s, u"mine.dec"_s}).out);
+    put(u"zero.dec"_s, "//NAME: x\r\nSB: 1 x\r\n");
+    EXPECT_EQ("zero.dec: 0\n", run({u"code"_s, u"zero.dec"_s}).out);
     put(u"none.dec"_s, "no deck\n");
     EXPECT_EQ(1, run({u"code"_s, u"none.dec"_s}).status);
 }

@@ -1,4 +1,5 @@
 // Sets from tables, and cubes from lists.
+#include "common/codepage.h"
 #include "sets/cube.h"
 #include "sets/mtgsample.h"
 #include "sets/table.h"
@@ -78,16 +79,25 @@ TEST(Table, IsRefusedWithTheLineOfTheFault) {
     }
 }
 
-TEST(Table, IsRefusedWithASetNameThatNamesNoFileOrBreaksMessages) {
-    const std::pair<QString, const char*> cases[] = {
-        {u" "_s, "the set has no name"},          {u"Elk~s"_s, "the set's name holds a reserved"},
-        {u"Elk|s"_s, "the set's name holds"},     {u"Elk\ns"_s, "a control character"},
-        {u"../Elks"_s, "cannot be a file name"},  {u"\u65E5"_s, "cannot be a file name"},
-        {u"The \u00C6lks"_s, "cannot be a file"}, {QString(101, u'e'), "longer than 100"},
+TEST(Table, GetsASetNameThatNamesFilesOrIsRefused) {
+    const std::tuple<QString, std::string, const char*> cases[] = {
+        {u"Elks: All / of \"Them\""_s, "Elks All of \"Them\"", nullptr},
+        {u"| E?l\n*k :s"_s, "Elk s", nullptr},
+        {u"Elk Herds: Two"_s, "Elk Herds: Two", nullptr},
+        {u"?: "_s, "", "the set has no name"},
+        {u"Elks~"_s, "Elks~", "the set's name holds a reserved"},
+        {u"Elks in the |"_s, "Elks in the |", "the set's name holds"},
+        {u"../Elks"_s, "..Elks", "cannot be a file name"},
+        {u"The \u00C6lks"_s, "The \xC6lks", "cannot be a file"},
+        {QString(101, u'e'), std::string(101, 'e'), "longer than 100"},
     };
-    for (const auto& [name, what] : cases) {
+    for (const auto& [name, called, fault] : cases) {
         const ReadSource read = readTable("name,rarity,colour\nElk,r,G\n", name);
-        EXPECT_TRUE(holdsFault(read.faults, what, "", false)) << what;
+        EXPECT_EQ(called, read.source.displayName);
+        EXPECT_EQ(toBytes(name) != called,
+                  holdsFault(read.faults, "the set is called \"" + called + '"', "", true));
+        EXPECT_EQ(fault != nullptr,
+                  holdsFault(read.faults, fault ? fault : "the set's name", "", false));
     }
 }
 
