@@ -231,6 +231,11 @@ fs::path setFilePath(const fs::path& folder, std::string_view displayName,
     return found.value_or(spelled);
 }
 
+bool hasSetFile(const fs::path& folder, std::string_view displayName, std::string_view extension) {
+    std::error_code error;
+    return fs::is_regular_file(setFilePath(folder, displayName, extension), error);
+}
+
 std::optional<CardPools> readCardPools(const fs::path& file) {
     const std::optional<std::string> bytes = readWhole(file);
     if (!bytes || bytes->empty()) {

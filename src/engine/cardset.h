@@ -28,6 +28,10 @@ std::string setFileBase(std::string_view displayName);
 std::filesystem::path setFilePath(const std::filesystem::path& folder, std::string_view displayName,
                                   std::string_view extension);
 
+// Whether setFilePath() finds a file.
+bool hasSetFile(const std::filesystem::path& folder, std::string_view displayName,
+                std::string_view extension);
+
 struct CardRecord {
     std::string name;
     std::string rarity;  // "-", "=", "+" or "." in a sound file

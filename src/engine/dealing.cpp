@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <system_error>
 #include <vector>
 
 namespace packwise {
@@ -125,6 +126,24 @@ std::optional<std::string> realPack(const std::filesystem::path& folder, std::st
                                     const Draw& draw) {
     const auto order = readOrderFile(setFilePath(folder, setName, kOrderFileExtension));
     return order ? dealWhole(dealLists, *order, draw) : std::nullopt;
+}
+
+SetFault trySet(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
+                const Draw& draw) {
+    if (!hasSetFile(folder, setName, kCardFileExtension)) {
+        return SetFault::CardsMissing;
+    }
+    if (!randomPack(folder, setName, draw)) {
+        return SetFault::CardsUnusable;
+    }
+    if (alongLists && hasSetFile(folder, setName, kOrderFileExtension) &&
+        !realPack(folder, setName, draw)) {
+        std::error_code error;
+        const bool isEmpty = std::filesystem::file_size(
+                                 setFilePath(folder, setName, kOrderFileExtension), error) == 0;
+        return isEmpty ? SetFault::None : SetFault::OrderUnusable;
+    }
+    return SetFault::None;
 }
 
 int nextSheetPos(int position, int length, const Draw& draw) {

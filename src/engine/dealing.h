@@ -24,6 +24,14 @@ std::optional<std::string> randomPack(const std::filesystem::path& folder, std::
 std::optional<std::string> realPack(const std::filesystem::path& folder, std::string_view setName,
                                     const Draw& draw);
 
+enum class SetFault { None, CardsMissing, CardsUnusable, OrderUnusable };
+
+// Whether packs of the set can be dealt, found out by dealing one; with `alongLists` along the
+// lists of its order file too. An order file that is missing or empty is no fault: the set is then
+// dealt from its pools.
+SetFault trySet(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
+                const Draw& draw);
+
 // The position after one random step along a list, 1-based.
 int nextSheetPos(int position, int length, const Draw& draw);
 

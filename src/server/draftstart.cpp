@@ -29,24 +29,35 @@ const Box kHole{u"Can't fix seat with connection hole."_s, u"Packwise 1.41"_s};
 
 }  // namespace
 
-void FrmServer::findPlayers() {
-    players_.clear();
+std::vector<int> FrmServer::namedSeats() const {
+    std::vector<int> seats;
     for (int row = 0; row < kSeats; ++row) {
         if (lstNames->text(row) != u" ") {
-            players_.push_back(row);
+            seats.push_back(row);
         }
     }
+    return seats;
+}
+
+void FrmServer::findPlayers() {
+    players_ = namedSeats();
     dropped.fill(false);
     table_.clear();
     table_.playerCount = static_cast<int>(players_.size());
 }
 
 void FrmServer::cmdStart_Click() {
-    findPlayers();
-    if (players_.empty()) {
+    if (namedSeats().empty()) {
         shell_.boxes().show(this, kNobodyThere);
         return;
     }
+    // Card data that turns out to be unusable in a later round would cost everybody the draft.
+    const QString fault = faultOfPacks();
+    if (!fault.isEmpty()) {
+        shell_.boxes().error(this, fault);
+        return;
+    }
+    findPlayers();
     // Who is lost from here on keeps the place at the table.
     draftState = "D";
     playerCards.fill({});

@@ -4,6 +4,7 @@
 #include "common/codepage.h"
 #include "common/settings.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -24,11 +25,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString kProgramTitle = u"Packwise 1.41"_s;
-
-// A set name that could not cross the wire as a field, or not as it is.
-bool breaksMessages(const QString& setName) {
-    return setName.contains(u'~') || setName.contains(u'|') || !fitsCodePage(setName);
-}
 
 }  // namespace
 
@@ -64,31 +60,6 @@ void FrmServer::load() {
     loadPackChoices();
     restorePlace(setting::serverPlace.read(store));
     draftState = "N";
-}
-
-void FrmServer::loadSets() {
-    const auto sets = shell_.settings().readAll(QString::fromUtf16(setting::kSetsSection));
-    for (QComboBox* box : cboPack) {
-        for (const auto& [key, name] : sets) {
-            if (!breaksMessages(name)) {
-                box->addItem(name);
-            }
-        }
-        box->setCurrentIndex(-1);
-    }
-}
-
-void FrmServer::loadPackChoices() {
-    const SettingsStore& store = shell_.settings();
-    const int packCount = setting::packCount.readInt(store);
-    if (packCount < 3 || packCount > kMostPacks) {
-        return;
-    }
-    optPack[static_cast<std::size_t>(packCount - 1)]->setChecked(true);
-    for (std::size_t i = 0; i < cboPack.size(); ++i) {
-        cboPack[i]->setCurrentIndex(cboPack[i]->findText(
-            setting::pack[i].read(store), Qt::MatchExactly | Qt::MatchCaseSensitive));
-    }
 }
 
 void FrmServer::cmdOpenPort_Click() {
@@ -240,6 +211,9 @@ bool FrmServer::eventFilter(QObject* watched, QEvent* event) {
         button->setFocus(Qt::ShortcutFocusReason);
         button->click();
         return true;
+    }
+    if (event->type() == QEvent::Show && qobject_cast<QAbstractItemView*>(watched)) {
+        lookForSets();
     }
     return Form::eventFilter(watched, event);
 }

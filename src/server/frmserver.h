@@ -35,6 +35,7 @@ class QLineEdit;
 class QPushButton;
 class QRadioButton;
 class QScrollBar;
+class QStandardItemModel;
 
 namespace packwise {
 
@@ -129,6 +130,7 @@ public:
     void optBooster_Click() const;
     void optRochester_Click() const;
     void optPack_Click(int index);
+    void cboPack_Change(int index);
     void vsbSecs_Change() const;
     void lstNames_Click();
     void wskServer_ConnectionRequest(int index, ConnectionRequest& request);
@@ -158,6 +160,7 @@ private:
     void load();
     void loadSets();
     void loadPackChoices();
+    void lookForSets();
 
     // The seats.
     ListBox& securityNames() { return *security_().lstNames; }
@@ -188,6 +191,9 @@ private:
     void onCode(int num, std::string_view body);
 
     // The start of the draft.
+    std::vector<int> namedSeats() const;
+    // Why no pack can be dealt for some round; empty when all can be.
+    QString faultOfPacks() const;
     void findPlayers();
     int chosenPackCount() const;
     void storeChoices();
@@ -206,6 +212,8 @@ private:
     Lazy<FrmFixSeats>& fixSeats_;
     LocalClient& localClient_;
     std::function<double()> draw_;
+
+    QStandardItemModel* sets_;  // the list of every cboPack
 
     FlowHost host_{*this};
     DraftTable table_;

@@ -4,6 +4,7 @@
 #include "platform/twips.h"
 #include "server/frmserver.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -13,6 +14,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QStandardItemModel>
 
 #include <span>
 
@@ -106,6 +108,7 @@ void FrmServer::makeDraftFrame() {
 
 void FrmServer::makePacksFrame() {
     fraPacks = make<QGroupBox>(this, u"fraPacks"_s, u"Packs"_s);
+    sets_ = new QStandardItemModel(this);
     for (int i = 0; i < kMostPacks; ++i) {
         const auto at = static_cast<std::size_t>(i);
         if (i >= 2) {
@@ -114,6 +117,8 @@ void FrmServer::makePacksFrame() {
             optPack[at]->setToolTip(u"%1 packs"_s.arg(i + 1));
         }
         cboPack[at] = new QComboBox(fraPacks);
+        cboPack[at]->setPlaceholderText(u"choose a set"_s);
+        cboPack[at]->setModel(sets_);
         nameControl(*cboPack[at], u"cboPack(%1)"_s.arg(i), u"Pack %1"_s.arg(i + 1));
         cboPack[at]->setEnabled(i < 3);
     }
@@ -241,6 +246,13 @@ void FrmServer::connectControls() {
                     }
                 });
     }
+    for (int i = 0; i < kMostPacks; ++i) {
+        QComboBox& box = *cboPack[static_cast<std::size_t>(i)];
+        connect(&box, &QComboBox::currentIndexChanged, this, [this, i] { cboPack_Change(i); });
+        box.view()->installEventFilter(this);
+    }
+    // Files may come and go while another window has the word.
+    connect(this, &Form::gotFocus, this, &FrmServer::lookForSets);
     connect(vsbSecs, &QScrollBar::valueChanged, this, &FrmServer::vsbSecs_Change);
     connect(lstNames, &ListBox::itemClicked, this, &FrmServer::lstNames_Click);
     connect(lstNames, &ListBox::itemActivated, this, &FrmServer::lstNames_Click);

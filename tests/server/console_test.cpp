@@ -28,6 +28,46 @@ TEST(Console, FirstRunShowsTheDefaults) {
     EXPECT_FALSE(console.cmdPing->isEnabled());
 }
 
+TEST(Console, ASetWithoutItsFileIsGreyUntilTheFileIsThere) {
+    Bench bench;
+    bench.shell.settings().write(u"Sets"_s, u"3"_s, u"R & D <1>"_s);
+    FrmServer& console = bench.console();
+    QComboBox& box = *console.cboPack[4];
+    const auto isGrey = [&box](int row) {
+        return box.itemData(row, Qt::ForegroundRole).isValid() &&
+               !box.itemData(row, Qt::ToolTipRole).toString().isEmpty();
+    };
+    EXPECT_EQ(box.placeholderText(), u"choose a set"_s);
+    EXPECT_EQ(box.currentText(), QString());
+    EXPECT_FALSE(isGrey(0));
+    EXPECT_TRUE(isGrey(2));
+    EXPECT_EQ(box.itemData(2, Qt::AccessibleDescriptionRole).toString(),
+              u"There is no card file R&D<1>.pw in the folder "_s + QDir::currentPath());
+    EXPECT_TRUE(box.itemData(2, Qt::ToolTipRole).toString().contains(u"R&amp;D&lt;1&gt;.pw"_s));
+    box.setCurrentIndex(2);
+    EXPECT_EQ(box.toolTip(), box.itemData(2, Qt::ToolTipRole).toString());
+    EXPECT_EQ(box.palette().color(QPalette::ButtonText),
+              console.palette().color(QPalette::PlaceholderText));
+
+    console.optPack[5]->click();
+    console.show();
+    bench.folder.write("R&D<1>.pw", sample::wholeSet());
+    box.showPopup();
+    EXPECT_FALSE(isGrey(2));
+    EXPECT_EQ(box.toolTip(), QString());
+    EXPECT_NE(box.palette().color(QPalette::ButtonText),
+              console.palette().color(QPalette::PlaceholderText));
+    box.hidePopup();
+    remove(bench.folder.path() / "Sample.pw");
+    QWidget other;
+    for (QWidget* window : {&other, static_cast<QWidget*>(&console)}) {
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    }
+    EXPECT_TRUE(isGrey(0));
+}
+
 TEST(Console, StoredChoicesComeBack) {
     Bench bench;
     const std::pair<const char16_t*, const char16_t*> stored[] = {

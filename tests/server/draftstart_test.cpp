@@ -153,6 +153,7 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
 TEST(FixSeats, WhenNobodyIsLeftNothingIsDealt) {
     Bench bench;
     auto peers = bench.table(1);
+    bench.chooseSets();
     bench.console().chkFixSeats->setChecked(true);
     bench.console().cmdStart->click();
     peers[0]->close();
@@ -164,6 +165,7 @@ TEST(FixSeats, WhenNobodyIsLeftNothingIsDealt) {
 
     Bench halted;
     auto two = halted.table(2);
+    halted.chooseSets();
     halted.console().chkFixSeats->setChecked(true);
     halted.console().chkHalt->setChecked(true);
     halted.breakLink(*two[1], 2);
@@ -180,26 +182,110 @@ TEST(DraftStart, ARoundIsDealtInOneWaySoThatItsPacksAreOfOneSize) {
     for (int i = 0; i < 42; ++i) {
         order += i < 21 ? "UA\n" : i % 2 == 0 ? "UAB\n" : "UC\n";
     }
-    Bench bench;
-    bench.folder.write("Sample.ord", order);
-    auto peers = bench.table(2);
-    bench.chooseSets();
-    bench.console().chkReal->setChecked(true);
-    // Good for the seating and the first pack only.
-    bench.draw = [draws = 0]() mutable { return ++draws <= 5 ? 0.0 : 0.5; };
-    bench.console().cmdStart->click();
-    for (auto& peer : peers) {
-        EXPECT_TRUE(peer->hearsSometime("ROUN1~BOOS"));
-        EXPECT_EQ(countCards(peer->rest()), 15);
+    struct Row {
+        bool real;
+        int goodDraws;  // behind these, the lists yield no pack
+        int cards;
+    };
+    for (const Row& row : {Row{false, 1000, 15}, Row{true, 1000, 2}, Row{true, 5, 15}}) {
+        Bench bench;
+        bench.folder.write("Sample.ord", order);
+        auto peers = bench.table(2);
+        bench.chooseSets();
+        bench.console().chkReal->setChecked(row.real);
+        bench.draw = [draws = 0, &row]() mutable { return ++draws <= row.goodDraws ? 0.0 : 0.5; };
+        bench.console().cmdStart->click();
+        for (auto& peer : peers) {
+            EXPECT_TRUE(peer->hearsSometime("ROUN1~BOOS"));
+            EXPECT_EQ(countCards(peer->rest()), row.cards) << row.goodDraws;
+        }
+        EXPECT_EQ(bench.console().chkReal->isChecked(), row.cards == 2);
     }
-    EXPECT_FALSE(bench.console().chkReal->isChecked());
 }
 
-TEST(DraftStart, UnreadableCardDataEndTheProgramOnce) {
+TEST(DraftStart, ASetThatCannotBeDealtIsToldBeforeAnythingChanges) {
+    const QString folder = u" in the folder "_s;
+    const QString pack = u"Pack 2, \"Other\", cannot be dealt.\n\n"_s;
+    const QString damaged = u" is damaged or cannot be read.\n\nReplace it, or "_s;
+    const std::string cut = sample::wholeSet().substr(0, 4000);
+    struct Row {
+        const char* fault;
+        std::function<void(Bench&)> make;
+        QString before;  // the box's text up to the folder; empty where the draft starts
+        QString behind;
+    };
+    const Row rows[] = {
+        {"no choice",
+         [](Bench& b) { b.console().cboPack[2]->setCurrentIndex(-1); },
+         u"Pack 3 has no set.\n\nChoose one in its list."_s,
+         {}},
+        {"no card file", [](Bench& b) { remove(b.folder.path() / "Other.pw"); },
+         pack + u"There is no card file Other.pw"_s + folder,
+         u".\n\nPut it there, or choose another set."_s},
+        {"a cut card file", [&](Bench& b) { b.folder.write("Other.pw", cut); },
+         pack + u"The card file Other.pw"_s + folder, damaged + u"choose another set."_s},
+        {"a bad order file",
+         [](Bench& b) {
+             b.console().chkReal->setChecked(true);
+             b.folder.write("Other.ord", "1,1,1\n");
+         },
+         pack + u"The order file Other.ord"_s + folder, damaged + u"clear \"Try real packs\"."_s},
+        {"a bad order file that is not used",
+         [](Bench& b) { b.folder.write("Other.ord", "1,1,1\n"); },
+         {},
+         {}},
+        {"an empty order file",
+         [](Bench& b) {
+             b.console().chkReal->setChecked(true);
+             b.folder.write("Other.ord", "");
+         },
+         {},
+         {}},
+        {"a pack that is not used",
+         [](Bench& b) { b.console().cboPack[3]->setCurrentIndex(-1); },
+         {},
+         {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.fault);
+        Bench bench;
+        auto peers = bench.table(2);
+        bench.chooseSets();
+        row.make(bench);
+        int draws = 0;
+        bench.draw = [&draws] { return ++draws % 100 / 100.0; };
+        FrmServer& console = bench.console();
+        const bool starts = row.before.isEmpty();
+        if (!starts) {
+            bench.shell.script.expect(
+                row.behind.isEmpty() ? row.before : row.before + QDir::currentPath() + row.behind);
+        }
+        console.cmdStart->click();
+        EXPECT_EQ(console.draftState, starts ? "D" : "N");
+        EXPECT_EQ(draws > 0, starts);
+        EXPECT_EQ(console.cmdStart->isEnabled(), !starts);
+        EXPECT_EQ(console.wskServer[0]->state() == Socket::Listening, !starts);
+        EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Pack1"_s, u"-"_s),
+                  starts ? u"Sample"_s : u"-"_s);
+        if (starts) {
+            EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
+            continue;
+        }
+        EXPECT_EQ(peers[0]->rest(), "");
+        EXPECT_EQ(bench.shell.script.last().title, u"Error"_s);
+        EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
+    }
+}
+
+TEST(DraftStart, CardDataThatGoBadLaterEndTheProgramOnce) {
     for (const bool booster : {true, false}) {
         Bench bench;
-        auto peers = bench.table(2);  // no set is chosen
+        auto peers = bench.table(2);
+        bench.chooseSets();
+        bench.console().chkFixSeats->setChecked(true);
         (booster ? bench.console().optBooster : bench.console().optRochester)->setChecked(true);
+        bench.console().cmdStart->click();
+        remove(bench.folder.path() / "Sample.pw");
         bench.shell.script.expect(u"Error reading file"_s, true, [&] {
             // What arrives while the box is open must not deal again.
             peers[0]->say("BPCK~RROK~RPOK~RPCK0~PING~");
@@ -208,9 +294,10 @@ TEST(DraftStart, UnreadableCardDataEndTheProgramOnce) {
             EXPECT_TRUE(bench.seatIsFree(2));
             bench.console().tmrRandoms_Timer();
         });
-        bench.console().cmdStart->click();
+        bench.fixSeats().cmdOK->click();
         EXPECT_EQ(bench.shell.script.seen().size(), 1U);
         EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
+        EXPECT_EQ(bench.shell.script.last().title, u"Error"_s);
         EXPECT_TRUE(bench.shell.ended());
         EXPECT_EQ(peers[0]->transcript().find("BOOS"), std::string::npos);
     }

@@ -1,0 +1,146 @@
+// The lists of sets: what they offer, which of it can be dealt from, and the look at the card data
+// before a draft.
+#include "common/codepage.h"
+#include "common/settings.h"
+#include "engine/dealing.h"
+#include "server/frmserver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QRadioButton>
+#include <QStandardItemModel>
+
+#include <filesystem>
+#include <optional>
+#include <random>
+#include <set>
+#include <string>
+#include <system_error>
+
+namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A set name that could not cross the wire as a field, or not as it is.
+bool breaksMessages(const QString& setName) {
+    return setName.contains(u'~') || setName.contains(u'|') || !fitsCodePage(setName);
+}
+
+std::filesystem::path currentFolder() {
+    std::error_code error;
+    return std::filesystem::current_path(error);
+}
+
+// "IceAge.pw in the folder /home/ann/cards"
+QString fileOfSet(const QString& setName, std::string_view extension) {
+    return fromBytes(setFileBase(toBytes(setName)) + std::string(extension)) +
+           u" in the folder "_s + QDir::toNativeSeparators(QDir::currentPath());
+}
+
+// What is wrong with a set's files and what the host can do; empty when nothing is.
+QString faultOf(const QString& setName, bool alongLists) {
+    std::mt19937 generator(1);  // any numbers will do, and the same ones at the next press
+    const Draw draw = [&] { return std::uniform_real_distribution<double>(0, 1)(generator); };
+    switch (trySet(currentFolder(), toBytes(setName), alongLists, draw)) {
+        case SetFault::None:
+            return {};
+        case SetFault::CardsMissing:
+            return u"There is no card file "_s + fileOfSet(setName, kCardFileExtension) +
+                   u".\n\nPut it there, or choose another set."_s;
+        case SetFault::CardsUnusable:
+            return u"The card file "_s + fileOfSet(setName, kCardFileExtension) +
+                   u" is damaged or cannot be read.\n\nReplace it, or choose another set."_s;
+        case SetFault::OrderUnusable:
+            return u"The order file "_s + fileOfSet(setName, kOrderFileExtension) +
+                   u" is damaged or cannot be read.\n\nReplace it, or clear \"Try real packs\"."_s;
+    }
+    return {};
+}
+
+// A box shows the set that it holds as the list does.
+void lookLikeChoice(QComboBox& box) {
+    const QVariant color = box.currentData(Qt::ForegroundRole);
+    QPalette colors;
+    if (color.isValid()) {
+        colors.setBrush(QPalette::ButtonText, color.value<QBrush>());
+    }
+    box.setPalette(colors);
+    box.setToolTip(box.currentData(Qt::ToolTipRole).toString());
+    box.setAccessibleDescription(box.currentData(Qt::AccessibleDescriptionRole).toString());
+}
+
+}  // namespace
+
+void FrmServer::loadSets() {
+    const auto sets = shell_.settings().readAll(QString::fromUtf16(setting::kSetsSection));
+    for (const auto& [key, name] : sets) {
+        if (!breaksMessages(name)) {
+            sets_->appendRow(new QStandardItem(name));
+        }
+    }
+    for (QComboBox* box : cboPack) {
+        box->setCurrentIndex(-1);
+    }
+    lookForSets();
+}
+
+void FrmServer::loadPackChoices() {
+    const SettingsStore& store = shell_.settings();
+    const int packCount = setting::packCount.readInt(store);
+    if (packCount < 3 || packCount > kMostPacks) {
+        return;
+    }
+    optPack[static_cast<std::size_t>(packCount - 1)]->setChecked(true);
+    for (std::size_t i = 0; i < cboPack.size(); ++i) {
+        cboPack[i]->setCurrentIndex(cboPack[i]->findText(
+            setting::pack[i].read(store), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    }
+}
+
+void FrmServer::lookForSets() {
+    const std::filesystem::path folder = currentFolder();
+    for (int row = 0; row < sets_->rowCount(); ++row) {
+        QStandardItem& set = *sets_->item(row);
+        if (hasSetFile(folder, toBytes(set.text()), kCardFileExtension)) {
+            set.setData({}, Qt::ForegroundRole);
+            set.setToolTip({});
+            set.setAccessibleDescription({});
+            continue;
+        }
+        const QString tip = u"There is no card file "_s + fileOfSet(set.text(), kCardFileExtension);
+        set.setForeground(palette().placeholderText());
+        set.setToolTip(u"<span>"_s + tip.toHtmlEscaped() + u"</span>"_s);
+        set.setAccessibleDescription(tip);
+    }
+    for (QComboBox* box : cboPack) {
+        lookLikeChoice(*box);
+    }
+}
+
+void FrmServer::cboPack_Change(int index) {
+    lookLikeChoice(*cboPack.at(static_cast<std::size_t>(index)));
+}
+
+QString FrmServer::faultOfPacks() const {
+    std::set<QString> sound;
+    for (int i = 0; i < chosenPackCount(); ++i) {
+        const QString pack = u"Pack %1"_s.arg(i + 1);
+        const QString name = cboPack[static_cast<std::size_t>(i)]->currentText();
+        if (name.isEmpty()) {
+            return pack + u" has no set.\n\nChoose one in its list."_s;
+        }
+        if (!sound.insert(name).second) {
+            continue;
+        }
+        const QString fault = faultOf(name, chkReal->isChecked());
+        if (!fault.isEmpty()) {
+            return pack + u", \""_s + name + u"\", cannot be dealt.\n\n"_s + fault;
+        }
+    }
+    return {};
+}
+
+}  // namespace packwise
