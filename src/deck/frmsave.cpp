@@ -148,9 +148,10 @@ void FrmSave::showEvent(QShowEvent* event) {
 }
 
 bool FrmSave::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<const QKeyEvent*>(event);
-        if (key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+        const auto& key = *static_cast<const QKeyEvent*>(event);
+        const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+        if (held_.isRepeated(key) && isEnter) {
             return true;
         }
     }

@@ -4,6 +4,7 @@
 #include "common/shell.h"
 #include "deck/dirlistbox.h"
 #include "platform/form.h"
+#include "platform/heldkey.h"
 #include "platform/listbox.h"
 
 class QComboBox;
@@ -58,6 +59,7 @@ private:
 
     Shell& shell_;
     qint64 fileSize_ = 0;
+    HeldKey held_;
 };
 
 }  // namespace packwise

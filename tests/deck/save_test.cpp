@@ -162,9 +162,12 @@ TEST_F(SaveAs, AHeldReturnSavesNothing) {
     openWithDeck();
     for (QWidget* focus :
          {static_cast<QWidget*>(save->txtSaveName), static_cast<QWidget*>(save->cmdOK)}) {
-        for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-            QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, u"\r"_s, true);
-            QApplication::sendEvent(focus, &held);
+        for (const bool flagged : {true, false}) {  // else the same time tells
+            for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+                QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier, u"\r"_s, flagged);
+                held.setTimestamp(2501);
+                QApplication::sendEvent(focus, &held);
+            }
         }
     }
     EXPECT_TRUE(save->isVisible());
