@@ -8,12 +8,14 @@ namespace packwise {
 
 namespace {
 
-// Whether the text is a pack string of that many cards.
-bool isPackOf(std::string_view text, int cards) {
-    const std::vector<std::string> tokens = readFields(text);
-    return (text.empty() || text.back() == kFieldEnd) && static_cast<int>(tokens.size()) == cards &&
-           std::all_of(tokens.begin(), tokens.end(),
-                       [](const std::string& token) { return token.size() >= kShortestToken; });
+// Whether the text is a pack string that holds all cards of `pack` but one.
+bool isLessOne(std::string_view text, const std::string& pack) {
+    std::vector<std::string> before = readFields(pack);
+    std::vector<std::string> after = readFields(text);
+    std::sort(before.begin(), before.end());
+    std::sort(after.begin(), after.end());
+    return (text.empty() || text.back() == kFieldEnd) && after.size() + 1 == before.size() &&
+           std::includes(before.begin(), before.end(), after.begin(), after.end());
 }
 
 std::string withoutCard(const std::string& pack, int card) {
@@ -86,12 +88,16 @@ void BoosterFlow::onPackBack(int socket, std::string_view rest) {
         return;
     }
     const auto seat = static_cast<std::size_t>(position);
-    // A pack of any other size would set the table's packs out of step for everybody.
-    if (seatPicked_[seat] || !isPackOf(rest, countCards(seatPack_[seat]) - 1)) {
+    if (seatPicked_[seat]) {
         return;
     }
+    // Anything else would set the table's packs out of step, and ignored it would stop the table.
+    const bool sound = isLessOne(rest, seatPack_[seat]);
+    if (!sound) {
+        host_.tellReplacedPick(socket);
+    }
+    seatPack_[seat] = sound ? std::string(rest) : lessRandomCard(seatPack_[seat]);
     seatPicked_[seat] = true;
-    seatPack_[seat] = rest;
     ++picksIn_;
     host_.broadcast("BSTA" + std::to_string(position) + kTerminator);
     if (picksIn_ != table_.playerCount) {
@@ -128,12 +134,14 @@ void BoosterFlow::onRandomsTick() {
 
 void BoosterFlow::randomPick(int position) {
     const auto seat = static_cast<std::size_t>(position);
-    const int cards = countCards(seatPack_[seat]);
-    if (cards == 0) {
-        return;
+    if (!seatPack_[seat].empty()) {
+        host_.dispatch(table_.socketAt[seat], "BPCK" + lessRandomCard(seatPack_[seat]));
     }
-    const int card = std::min(static_cast<int>(cards * host_.draw()), cards - 1);
-    host_.dispatch(table_.socketAt[seat], "BPCK" + withoutCard(seatPack_[seat], card));
+}
+
+std::string BoosterFlow::lessRandomCard(const std::string& pack) {
+    const int cards = countCards(pack);
+    return withoutCard(pack, std::min(static_cast<int>(cards * host_.draw()), cards - 1));
 }
 
 }  // namespace packwise

@@ -17,9 +17,9 @@ public:
     void begin();
 
     // A BPCK from that socket number: what is left of the pack before its seat. Ignored while no
-    // draft runs, from a socket without a table position, from a seat that has already picked in
-    // this pass, and with a body that is no pack or not one card smaller than the pack before the
-    // seat.
+    // draft runs, from a socket without a table position, and from a seat that has already picked
+    // in this pass. A body that is not the pack before the seat less one card is a pick all the
+    // same: a random one, and everybody is told.
     void onPackBack(int socket, std::string_view rest);
 
     // One tick of the timer: picks at random for each lost seat that has yet to pick.
@@ -34,6 +34,7 @@ public:
 private:
     void startRound();
     void randomPick(int position);
+    std::string lessRandomCard(const std::string& pack);  // `pack` is not empty
     void passPacks();
     void handOutPacks();
 

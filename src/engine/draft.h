@@ -56,6 +56,10 @@ public:
     // A uniform draw u, 0 <= u < 1.
     virtual double draw() = 0;
 
+    // Tells everybody that the pick of that socket number could not be one, so that a card is
+    // taken at random in its place.
+    virtual void tellReplacedPick(int socket) = 0;
+
     // Starts the timer that answers for lost players. It stays on.
     virtual void enableRandoms() = 0;
 

@@ -8,6 +8,19 @@
 
 namespace packwise {
 
+namespace {
+
+// A row of the pack as a client counts it: digits, with or without leading zeros.
+std::optional<int> readRow(std::string_view text) {
+    while (text.size() > 1 && text.front() == '0') {
+        text.remove_prefix(1);
+    }
+    const std::optional<int> row = readNumber(text);
+    return row && *row >= 0 ? row : std::nullopt;
+}
+
+}  // namespace
+
 class RochesterFlow::Busy {
 public:
     explicit Busy(RochesterFlow& flow) : flow_(flow), before_(std::exchange(flow.busy_, true)) {}
@@ -99,10 +112,18 @@ void RochesterFlow::onRandomMark(int socket) {
 
 void RochesterFlow::onPick(int socket, std::string_view row) {
     const int position = table_.positionOfSocket(socket);
-    const std::optional<int> card = readNumber(row);
-    if (phase_ != Phase::Turns || position < 0 || !card || *card < 0 ||
-        *card >= rochCards_ - rochTurn_) {
+    if (phase_ != Phase::Turns || position < 0) {
         return;
+    }
+    std::optional<int> card = readRow(row);
+    if (!card || *card >= rochCards_ - rochTurn_) {
+        if (position != turnPosition()) {
+            return;
+        }
+        const Busy busy(*this);
+        host_.tellReplacedPick(socket);
+        card = randomRow();
+        rochRandom_ = true;
     }
     {
         const Busy busy(*this);
@@ -227,10 +248,13 @@ void RochesterFlow::onRandomsTick() {
     if (!lost(position)) {
         return;
     }
-    const int rows = rochCards_ - rochTurn_;
-    const int row = std::min(static_cast<int>(rows * host_.draw()), rows - 1);
     rochRandom_ = true;
-    onPick(table_.socketAt[position], std::to_string(row));
+    onPick(table_.socketAt[position], std::to_string(randomRow()));
+}
+
+int RochesterFlow::randomRow() {
+    const int rows = rochCards_ - rochTurn_;
+    return std::min(static_cast<int>(rows * host_.draw()), rows - 1);
 }
 
 }  // namespace packwise

@@ -18,9 +18,10 @@ public:
     void begin();
 
     // Messages by socket number. Each is ignored where it is not awaited: outside its phase, a
-    // second answer of one seat, from a socket without a table position, or a row that is no
-    // number or not among the remaining rows. A pick counts as the turn under way, from whichever
-    // seat it comes. A random mark has no phase; it stands until the next pick.
+    // second answer of one seat, from a socket without a table position. A pick counts as the turn
+    // under way, from whichever seat it comes. A row that is no number or not among the remaining
+    // ones is a random pick of the seat on turn, and everybody is told; from another seat it is
+    // ignored. A random mark has no phase; it stands until the next pick.
     void onReviewDone(int socket);                  // RROK
     void onRandomMark(int socket);                  // RAND
     void onPick(int socket, std::string_view row);  // RPCK
@@ -56,6 +57,7 @@ private:
     bool allAnswered() const;
     void nextTurn();
     void endPack();
+    int randomRow();
     bool lost(std::size_t position) const;
 
     DraftHost& host_;

@@ -293,6 +293,11 @@ double FlowHost::draw() {
     return server_.draw_();
 }
 
+void FlowHost::tellReplacedPick(int socket) {
+    broadcast("MESG*" + server_.playerName.at(static_cast<std::size_t>(socket - 1)) +
+              " sent no card of the pack; one is taken at random.*~");
+}
+
 void FlowHost::enableRandoms() {
     if (!server_.draftStopped()) {
         server_.startRandoms();

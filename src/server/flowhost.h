@@ -22,6 +22,7 @@ public:
     std::string setName(int packIndex) const override;
     bool dropped(int socket) const override;
     double draw() override;
+    void tellReplacedPick(int socket) override;
     void enableRandoms() override;
     void draftOver() override;
 

@@ -71,12 +71,6 @@ TEST(BoosterFlow, IgnoresWhatWouldBreakTheLockStep) {
     EXPECT_THAT(host.sent, IsEmpty());
     host.booster.begin();
     host.take();
-    for (const char* bad :
-         {"BPCK", "BPCKU0a1|", "BPCKU0a0|U0a1|U0a2|", "BPCKU0a1|U0a2", "BPCKU0a1|U0a2|x", "BPCK||",
-          "BPCKU0a1||", "BPCKU0a1|U|", "BPCK|U0a1|U0a2|", "BPCKa|a|a|a|a|a|a|a|a|a|a|a|a|a|a|a|"}) {
-        host.receive(1, bad);
-        EXPECT_THAT(host.sent, IsEmpty()) << bad;
-    }
     for (const int stranger : {0, 3, 8, 9, -1}) {
         host.receive(stranger, "BPCKU0a1|U0a2|");
         EXPECT_THAT(host.sent, IsEmpty()) << stranger;
@@ -86,6 +80,24 @@ TEST(BoosterFlow, IgnoresWhatWouldBreakTheLockStep) {
     host.receive(1, "BPCKU0a2|");
     EXPECT_THAT(host.take(), ElementsAre("BSTA0"));
     EXPECT_EQ(host.booster.picksIn(), 1);
+}
+
+TEST(BoosterFlow, TakesACardAtRandomForAPickThatIsNotThePackLessOneCard) {
+    for (const std::string bad :
+         {"", "U0a1|", "U0a0|U0a1|U0a2|", "U0a1|U0a2", "U0a1|U0a2|x", "||", "U0a1||", "U0a1|U|",
+          "|U0a1|U0a2|", "U0a1|U0b2|", "U0a1|U0a1|", "a|a|a|a|a|a|a|a|a|a|a|a|a|a|a|a|"}) {
+        FakeHost host(2, 3);
+        host.uniform = [] { return 0.5; };
+        host.booster.begin();
+        host.sent.clear();
+        host.receive(1, "BPCK" + bad);
+        EXPECT_THAT(host.sent, ElementsAre("MESG1 replaced", "BSTA0")) << bad;
+        EXPECT_EQ(host.booster.seatPack(0), "U0a0|U0a2|") << bad;
+        host.sent.clear();
+        host.receive(1, "BPCK" + bad);  // it has picked
+        host.receive(2, "BPCKU0b1|U0b0|");
+        EXPECT_THAT(host.take(), ElementsAre("BSTA1", "1:BOOSU0b1|U0b0|", "2:BOOSU0a0|U0a2|"));
+    }
 }
 
 TEST(BoosterFlow, LostSeatsArePickedForOncePerPass) {

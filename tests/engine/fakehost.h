@@ -121,6 +121,9 @@ public:
     }
     bool dropped(int socket) const override { return gone.at(static_cast<std::size_t>(socket)); }
     double draw() override { return uniform(); }
+    void tellReplacedPick(int socket) override {
+        broadcast("MESG" + std::to_string(socket) + " replaced~");
+    }
     void enableRandoms() override { randoms = true; }
     void draftOver() override { over = true; }
 

@@ -103,21 +103,37 @@ TEST(RochesterFlow, IgnoresWhatIsNotAwaited) {
     ignores(2, "RAND");
     ignores(3, "RROK");
     host.receive(2, "RROK");
-    for (const char* row : {"RPCK", "RPCK3", "RPCK-1", "RPCK0!", "RPCKx", "RPCK99999999999"}) {
-        ignores(1, row);
-    }
+    ignores(2, "RPCK3");  // no row, and not its turn
     ignores(3, "RPCK0");
     ignores(0, "RPCK0");
     ignores(1, "RROK");
     host.receive(1, "RPCK2");
     EXPECT_THAT(host.take(), ElementsAre("RPCK02!", "TURN2")) << "the review's mark stands";
-    ignores(2, "RPCK2");
+    ignores(1, "RPCK2");
     host.receive(2, "RPCK1");
     EXPECT_THAT(host.take(), ElementsAre("RPCK11", "TURN2"));
     host.receive(2, "RPCK0");
     host.receive(1, "RPOK");
     ignores(1, "RPOK");
     ignores(2, "RROK");
+}
+
+TEST(RochesterFlow, TakesACardAtRandomForARowThatDoesNotStand) {
+    FakeHost host(1, 3);
+    host.cards = 15;
+    host.uniform = [] { return 0.5; };
+    host.rochester.begin();
+    all(host, "RROK");
+    host.sent.clear();
+    int left = host.cards;
+    for (const char* row : {"", "15", "-1", "0!", "x", "99999999999", "+3", "1x"}) {
+        host.receive(1, "RPCK" + std::string(row));
+        const std::string taken = "RPCK0" + std::to_string(left-- / 2) + "!";
+        EXPECT_THAT(host.sent, ElementsAre("MESG1 replaced", taken, "TURN1")) << row;
+        host.sent.clear();
+    }
+    host.receive(1, "RPCK005");
+    EXPECT_THAT(host.sent, ElementsAre("RPCK05", "TURN1"));
 }
 
 TEST(RochesterFlow, LostSeatsAnswerAtOnceAndTheirTurnsAreTakenByTicks) {
