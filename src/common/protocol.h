@@ -36,6 +36,7 @@ public:
     // The next whole message without its terminator, in order of arrival; nothing when the rest
     // has no terminator yet.
     std::optional<std::string> next();
+    bool hasNext() const { return taken_ != complete_; }
 
     // True once more than `mostLength` bytes have come without a terminator. The peer is then to
     // be let go; nothing more is kept of what it sends. Whole messages that came before

@@ -1,15 +1,25 @@
 #include "platform/socket.h"
 
 #include <QHostAddress>
+#include <QNetworkProxy>
 #include <QPointer>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
 
-#ifdef Q_OS_LINUX
+#include <algorithm>
+#include <array>
+
+#ifdef Q_OS_UNIX
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#endif
+#ifdef Q_OS_WIN
+#include <winsock2.h>
 #endif
 
 namespace packwise {
@@ -17,19 +27,35 @@ namespace packwise {
 namespace {
 
 constexpr int kLingerMilliseconds = 3000;
+// A listener that could not accept, because the process has no descriptor left, tries again.
+constexpr int kAcceptAgainMilliseconds = 200;
+// What the system may hold for a peer that does not read; what comes behind it waits no longer.
+constexpr int kSystemSendBuffer = 128 * 1024;
+
+void closeDescriptor(qintptr descriptor) {
+#ifdef Q_OS_WIN
+    closesocket(static_cast<SOCKET>(descriptor));
+#else
+    ::close(static_cast<int>(descriptor));
+#endif
+}
 
 // A listener that hands out descriptors, so that its user decides which control takes one.
 class Listener : public QTcpServer {
 public:
-    explicit Listener(Socket& owner) : owner_(owner) {}
+    explicit Listener(Socket& owner) : owner_(owner) {
+        setProxy(QNetworkProxy::NoProxy);
+        connect(this, &QTcpServer::acceptError, this, [this] {
+            QTimer::singleShot(kAcceptAgainMilliseconds, this, &QTcpServer::resumeAccepting);
+        });
+    }
 
 protected:
     void incomingConnection(qintptr descriptor) override {
         ConnectionRequest request{descriptor};
         Q_EMIT owner_.connectionRequest(request);
         if (!request.taken) {
-            QTcpSocket refused;
-            refused.setSocketDescriptor(descriptor);
+            closeDescriptor(descriptor);
         }
     }
 
@@ -40,6 +66,12 @@ private:
 void tune(QTcpSocket& socket) {
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+    socket.setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, kSystemSendBuffer);
+#ifdef SO_NOSIGPIPE
+    const int on = 1;
+    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_NOSIGPIPE, &on,
+               sizeof on);
+#endif
 }
 
 void limitSilence([[maybe_unused]] const QTcpSocket& socket) {
@@ -109,6 +141,10 @@ void Socket::connectToHost() {
 
 void Socket::adopt(QTcpSocket* socket) {
     socket_ = socket;
+    left_.clear();
+    // Friends are reached directly, whatever proxy the desktop has for the web.
+    socket->setProxy(QNetworkProxy::NoProxy);
+    socket->setReadBufferSize(kMostUnread);
     connect(socket, &QTcpSocket::readyRead, this, &Socket::onReadyRead);
     connect(socket, &QTcpSocket::errorOccurred, this,
             [this](QAbstractSocket::SocketError error) { onError(error); });
@@ -117,10 +153,10 @@ void Socket::adopt(QTcpSocket* socket) {
 void Socket::onReadyRead() {
     // Only one readyRead comes while its handler runs; what arrived meanwhile is told here.
     const QPointer<QTcpSocket> current(socket_);
-    while (current && current == socket_ && current->bytesAvailable() > 0) {
-        const qint64 before = current->bytesAvailable();
+    while (current && current == socket_ && bytesAvailable() > 0) {
+        const qint64 before = bytesAvailable();
         Q_EMIT dataArrival(before);
-        if (current && current == socket_ && current->bytesAvailable() >= before) {
+        if (current && current == socket_ && bytesAvailable() >= before) {
             return;  // nobody took anything
         }
     }
@@ -129,20 +165,40 @@ void Socket::onReadyRead() {
 void Socket::onError(int error) {
     const bool byPeer = error == QAbstractSocket::RemoteHostClosedError;
     if (sending_) {
-        // The writer goes on undisturbed; its owner hears of it once the handler has ended.
-        state_ = Failed;
-        QMetaObject::invokeMethod(
-            this,
-            [this, byPeer, lost = socket_] {
-                if (socket_ == lost && state_ == Failed) {
-                    byPeer ? Q_EMIT peerClosed() : Q_EMIT failed();
-                }
-            },
-            Qt::QueuedConnection);
+        loseInWrite(byPeer);
         return;
     }
-    state_ = byPeer ? Closing : Failed;
-    byPeer ? Q_EMIT peerClosed() : Q_EMIT failed();
+    if (byPeer) {
+        state_ = Closing;
+        Q_EMIT peerClosed();
+    } else {
+        fail();
+        Q_EMIT failed();
+    }
+}
+
+void Socket::fail() {
+    state_ = Failed;
+    left_.append(socket_->readAll().toStdString());
+}
+
+// The writer goes on undisturbed; the owner hears of the last bytes and of the loss once its
+// handler has ended.
+void Socket::loseInWrite(bool byPeer) {
+    fail();
+    socket_->disconnect(this);
+    QMetaObject::invokeMethod(
+        this,
+        [this, byPeer, lost = socket_] {
+            const auto stillLost = [&] { return socket_ == lost && state_ == Failed; };
+            if (stillLost()) {
+                onReadyRead();
+            }
+            if (stillLost()) {
+                byPeer ? Q_EMIT peerClosed() : Q_EMIT failed();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void Socket::sendData(std::string_view data) {
@@ -150,27 +206,77 @@ void Socket::sendData(std::string_view data) {
         return;
     }
     sending_ = true;
-    const qint64 written = socket_->write(data.data(), static_cast<qint64>(data.size()));
-    if (state_ == Connected) {
-        socket_->flush();
+    if (socket_->bytesToWrite() == 0) {
+        data.remove_prefix(sendAtOnce(data));
+    }
+    if (state_ == Connected && !data.empty()) {
+        const qint64 written = socket_->write(data.data(), static_cast<qint64>(data.size()));
+        if (state_ == Connected) {
+            socket_->flush();
+        }
+        if (state_ == Connected && (written < 0 || unsent() > kMostUnsent)) {
+            fail();
+        }
     }
     sending_ = false;
-    if (state_ == Connected && (written < 0 || socket_->bytesToWrite() > kMostUnsent)) {
-        state_ = Failed;
-    }
 }
 
-std::string Socket::getData() {
-    if (!socket_) {
-        return {};
+// Hands bytes to the system and gives how many it took. Qt closes a socket whose write fails, and
+// what had arrived on it is gone with it; so the write is made here where that is possible.
+std::size_t Socket::sendAtOnce([[maybe_unused]] std::string_view data) {
+#ifdef Q_OS_UNIX
+#ifdef MSG_NOSIGNAL
+    constexpr int kFlags = MSG_NOSIGNAL;
+#else
+    constexpr int kFlags = 0;
+#endif
+    const int descriptor = static_cast<int>(socket_->socketDescriptor());
+    ssize_t sent = 0;
+    do {
+        sent = ::send(descriptor, data.data(), data.size(), kFlags);
+    } while (sent < 0 && errno == EINTR);
+    if (sent >= 0) {
+        return static_cast<std::size_t>(sent);
     }
-    std::string data(static_cast<std::size_t>(socket_->bytesAvailable()), '\0');
+    if (errno == EAGAIN || errno == EWOULDBLOCK || errno == ENOBUFS) {
+        return 0;
+    }
+    const bool byPeer = errno == EPIPE || errno == ECONNRESET;
+    loseInWrite(byPeer);
+    std::array<char, 4096> block{};
+    ssize_t got = 0;
+    while (left_.size() < static_cast<std::size_t>(kMostUnread) &&
+           (got = ::recv(descriptor, block.data(), block.size(), 0)) > 0) {
+        left_.append(block.data(), static_cast<std::size_t>(got));
+    }
+#endif
+    return 0;
+}
+
+qint64 Socket::unsent() const {
+    return socket_ ? socket_->bytesToWrite() : 0;
+}
+
+qint64 Socket::bytesAvailable() const {
+    // What comes after a failure is not taken any more.
+    const bool still = socket_ && state_ != Failed;
+    return static_cast<qint64>(left_.size()) + (still ? socket_->bytesAvailable() : 0);
+}
+
+std::string Socket::getData(std::size_t most) {
+    if (!left_.empty() || !socket_ || state_ == Failed) {
+        std::string data = left_.substr(0, most);
+        left_.erase(0, data.size());
+        return data;
+    }
+    std::string data(std::min(most, static_cast<std::size_t>(socket_->bytesAvailable())), '\0');
     const qint64 got = socket_->read(data.data(), static_cast<qint64>(data.size()));
-    data.resize(static_cast<std::size_t>(got > 0 ? got : 0));
+    data.resize(static_cast<std::size_t>(std::max<qint64>(got, 0)));
     return data;
 }
 
 void Socket::close() {
+    left_.clear();
     if (listener_) {
         // It may be the one whose handler is running.
         listener_->close();

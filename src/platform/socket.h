@@ -33,6 +33,9 @@ public:
 
     // What may wait unread by the peer, in bytes, before the connection counts as failed.
     static constexpr qint64 kMostUnsent = qint64{1024} * 1024;
+    // What the control takes in ahead of getData(), in bytes. More stays with the system, which
+    // holds up the peer in the end.
+    static constexpr qint64 kMostUnread = qint64{64} * 1024;
 
     explicit Socket(QObject* parent = nullptr);
     ~Socket() override;
@@ -59,20 +62,26 @@ public:
     QString remoteHostIp() const { return remoteHostIp_; }
 
     // Writes bytes if the state is 7. A failure, or more than kMostUnsent bytes unread by the
-    // peer, puts the state to 9; no event comes during the call.
+    // peer, puts the state to 9; no event comes during the call. What had arrived by then, up to
+    // kMostUnread bytes, can still be taken.
     void sendData(std::string_view data);
+    // Bytes that the system has not taken yet, because the peer does not read.
+    qint64 unsent() const;
 
-    // All bytes that have arrived; also what came before the peer closed.
-    std::string getData();
+    // The bytes that have arrived, at most so many; also what came before the peer closed.
+    std::string getData(std::size_t most = static_cast<std::size_t>(kMostUnread));
+    qint64 bytesAvailable() const;
 
-    // Closes in any state; what has been written still leaves. No event follows.
+    // Closes in any state; what has been written still leaves, and what has not been taken is
+    // forgotten. No event follows.
     void close();
 
 Q_SIGNALS:
     void connectionRequest(ConnectionRequest& request);
     void connected();
     void dataArrival(qint64 bytesTotal);
-    // The peer has closed or reset the connection; the state is 8 until close() is called.
+    // The peer has closed or reset the connection; the state is 8, or 9 when a write found it,
+    // until close() is called. A dataArrival() for the last bytes has come before.
     void peerClosed();
     // Connecting or the connection has failed; the state is 9.
     void failed();
@@ -81,6 +90,9 @@ private:
     void adopt(QTcpSocket* socket);
     void onReadyRead();
     void onError(int error);
+    void fail();
+    std::size_t sendAtOnce(std::string_view data);
+    void loseInWrite(bool byPeer);
 
     State state_ = Closed;
     quint16 localPort_ = 0;
@@ -90,6 +102,7 @@ private:
     std::unique_ptr<QTcpServer> listener_;
     QTcpSocket* socket_ = nullptr;  // owned through the parent
     bool sending_ = false;
+    std::string left_;  // what had arrived when the connection failed
 };
 
 }  // namespace packwise

@@ -2,10 +2,16 @@
 
 #include "support/peer.h"
 
+#include <QNetworkProxy>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#ifdef Q_OS_LINUX
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 namespace packwise {
 namespace {
@@ -110,16 +116,58 @@ TEST_F(SocketTest, APeerThatDoesNotReadCostsOnlyItsConnection) {
     EXPECT_TRUE(join(next));
 }
 
-TEST_F(SocketTest, AResetInTheMiddleOfWritingIsToldAfterTheWriter) {
-    Peer peer;
-    ASSERT_TRUE(join(peer));
-    peer.vanish();
-    for (int write = 0; write < 1000 && seat.state() == Socket::Connected; ++write) {
-        seat.sendData("~");
+TEST_F(SocketTest, ALossInTheMiddleOfWritingIsToldAfterTheWriterWithWhatCameBefore) {
+    for (const bool inOrder : {true, false}) {
+        Peer peer;
+        ASSERT_TRUE(join(peer));
+        received.clear();
+        closes = 0;
+        peer.say("CODE1~");
+        inOrder ? peer.close() : peer.vanish();
+        for (int write = 0; write < 1000 && seat.state() == Socket::Connected; ++write) {
+            seat.sendData("~");
+        }
+        EXPECT_EQ(seat.state(), Socket::Failed);
         EXPECT_EQ(closes, 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return closes == 1; }));
+        EXPECT_EQ(received, "CODE1~");
+        seat.close();
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return closes == 1 || seat.state() != Socket::Connected; }));
 }
+
+TEST_F(SocketTest, ObeysNoProxy) {
+    QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, u"127.0.0.1"_s, 9));
+    Socket own;
+    EXPECT_TRUE(own.listen());
+    Socket client;
+    client.setRemoteHost(u"127.0.0.1"_s);
+    client.setRemotePort(listener.localPort());
+    client.connectToHost();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return client.state() == Socket::Connected; }));
+    // Qt itself passes proxies over on this machine alone.
+    EXPECT_EQ(client.findChild<QTcpSocket*>()->proxy().type(), QNetworkProxy::NoProxy);
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::DefaultProxy);
+}
+
+#ifdef Q_OS_LINUX
+TEST_F(SocketTest, AListenerGoesOnAfterTheProcessRanOutOfDescriptors) {
+    Peer peer;
+    peer.socket().connectToHost(u"127.0.0.1"_s, listener.localPort());
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const int next = dup(0);
+    close(next);
+    const rlimit none{static_cast<rlim_t>(next), before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return peer.isConnected(); }));
+    for (int turn = 0; turn < 20; ++turn) {
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(seat.state(), Socket::Closed);
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return seat.state() == Socket::Connected; }));
+}
+#endif
 
 }  // namespace
 }  // namespace packwise
