@@ -15,6 +15,7 @@
 #include "platform/listbox.h"
 #include "platform/shape.h"
 #include "platform/socket.h"
+#include "server/allowance.h"
 #include "server/flowhost.h"
 #include "server/frmfixseats.h"
 #include "server/localclient.h"
@@ -86,6 +87,7 @@ public:
     QTimer* tmrPoke;
     QTimer* tmrPing;
     QTimer* tmrRandoms;
+    QTimer* tmrTurns;  // at the next turn of the event loop: seats whose messages wait
 
     // 0 listens, 1 to 8 are the seats, 9 tells a ninth connection that there is no room.
     std::array<Socket*, kSeats + 2> wskServer;
@@ -94,6 +96,8 @@ public:
     std::array<std::string, kSeats> playerName;   // "" without a name
     std::array<std::string, kSeats> playerCards;  // names of the picks, each followed by "|"
     std::array<ClientStream, kSeats> inBuffer;
+    std::array<Allowance, kSeats> allowance;
+    std::array<int, kSeats> secondsNameless{};  // since the seat was taken, while it has no name
     // By socket number; element 0 is not used.
     std::array<bool, kSeats + 1> versionSeen{};
     std::array<bool, kSeats + 1> dropped{};
@@ -102,7 +106,7 @@ public:
     int pingTicks = 0;       // seconds since cmdPing, up to 99
 
     // Writes to a socket number (1 to 9) / to the sockets 1 to 8. A broken connection costs its
-    // seat; a free seat swallows what is written to it.
+    // seat, once what had come from it is handled; a free seat swallows what is written to it.
     void Send(int num, std::string_view message);
     void Broadcast(std::string_view message);
 
@@ -139,6 +143,7 @@ public:
     void tmrPoke_Timer();
     void tmrPing_Timer();
     void tmrRandoms_Timer();
+    void tmrTurns_Timer();
 
 protected:
     bool queryUnload(UnloadMode mode) override;
@@ -166,6 +171,13 @@ private:
     ListBox& securityNames() { return *security_().lstNames; }
     ListBox& securityIPs() { return *security_().lstIP; }
     void setSeatRow(int row, const QString& text) const;
+    int lowestFreeSocket() const;
+    bool giveUpANamelessSeat();
+    void takeTurn(int num);
+    void awaitTurn(int num);
+    bool hasUnread(int num) const;
+    // Hands a line that a seat causes on to everybody who keeps up with reading.
+    void relayLine(int num, std::string_view message);
     int selectedRow() const;
     void updatePingByRow();
 
@@ -219,10 +231,11 @@ private:
     DraftTable table_;
     BoosterFlow booster_{host_, table_};
     RochesterFlow rochester_{host_, table_};
-    std::vector<int> players_;  // seat indexes of those who are in the draft
-    bool fixingSeats_ = false;  // the seating window has the word
-    bool halted_ = false;       // a drop has ended the draft
-    bool failed_ = false;       // card data could not be read, the program is ending
+    std::vector<int> players_;                   // seat indexes of those who are in the draft
+    std::array<bool, kSeats + 1> awaitsTurn_{};  // by socket number
+    bool fixingSeats_ = false;                   // the seating window has the word
+    bool halted_ = false;                        // a drop has ended the draft
+    bool failed_ = false;  // card data could not be read, the program is ending
 };
 
 }  // namespace packwise

@@ -12,6 +12,7 @@ namespace {
 
 // More picks than any draft has.
 constexpr int kMostPicks = kMostPacks * kMostCardsInPack;
+constexpr std::size_t kMostNameBytes = 64;
 
 }  // namespace
 
@@ -49,7 +50,7 @@ void FrmServer::onVersion(int num, std::string_view body) {
     if (body != kProtocolVersion) {
         Send(num, "MESGYou are using version " + std::string(body) + kTerminator);
         Send(num, "MESGThis server is version 1.41~");
-        Broadcast("MESG" + std::to_string(num) + " is using an old version.~");
+        relayLine(num, "MESG" + std::to_string(num) + " is using an old version.~");
     }
     // The writes may have found the connection gone; the next one on this seat is another's.
     versionSeen[static_cast<std::size_t>(num)] =
@@ -70,7 +71,7 @@ void FrmServer::onName(int num, std::string_view body) {
     if (socket.state() == Socket::Closed) {
         return;
     }
-    const std::string name(body);
+    const std::string name(body.substr(0, kMostNameBytes));
     const QString shown = fromBytes(name);
     if (lstNames->texts().contains(shown)) {
         Disconnect(num);
@@ -81,14 +82,18 @@ void FrmServer::onName(int num, std::string_view body) {
     playerName[seat] = name;
     setSeatRow(row, shown);
     shaLight[seat]->show();
-    const std::string messages[] = {"MESG" + name + " has joined~",
-                                    "NAME" + std::to_string(row) + name + kTerminator,
+    relayLine(num, "MESG" + name + " has joined~");
+    const std::string messages[] = {"NAME" + std::to_string(row) + name + kTerminator,
                                     "ADDR" + std::to_string(row) + address + kTerminator};
     for (const std::string& message : messages) {
-        Broadcast(message);
         if (socket.state() == Socket::Closed) {
             return;  // gone while it was being announced
         }
+        allowance[seat].spend(message.size());
+        Broadcast(message);
+    }
+    if (socket.state() == Socket::Closed) {
+        return;
     }
     securityNames().setText(row, shown);
     securityIPs().setText(row, socket.remoteHostIp());
@@ -99,7 +104,8 @@ void FrmServer::onName(int num, std::string_view body) {
 }
 
 void FrmServer::onDrop(int num, std::string_view /*body*/) {
-    Broadcast("MESG" + playerName[static_cast<std::size_t>(num - 1)] + " intentionally dropped.~");
+    relayLine(num,
+              "MESG" + playerName[static_cast<std::size_t>(num - 1)] + " intentionally dropped.~");
 }
 
 void FrmServer::onPing(int num, std::string_view /*body*/) {
@@ -111,7 +117,7 @@ void FrmServer::onChat(int num, std::string_view body) {
         Send(num, "MESG-silent draft-~");
         return;
     }
-    Broadcast("MESG" + std::string(body) + kTerminator);
+    relayLine(num, "MESG" + std::string(body) + kTerminator);
 }
 
 void FrmServer::onPackBack(int num, std::string_view body) {
@@ -155,7 +161,10 @@ void FrmServer::onCard(int num, std::string_view body) {
 
 void FrmServer::onCode(int num, std::string_view body) {
     if (readNumber(body)) {
-        Broadcast("CODE" + std::to_string(num - 1) + std::string(body) + kTerminator);
+        const std::string message =
+            "CODE" + std::to_string(num - 1) + std::string(body) + kTerminator;
+        allowance[static_cast<std::size_t>(num - 1)].spend(message.size());
+        Broadcast(message);
     }
 }
 

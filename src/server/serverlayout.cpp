@@ -207,9 +207,14 @@ void FrmServer::makeTimers() {
     tmrPoke = make(u"tmrPoke"_s, 1000);
     tmrPing = make(u"tmrPing"_s, 1000);
     tmrRandoms = make(u"tmrRandoms"_s, 2000);
+    tmrTurns = make(u"tmrTurns"_s, 0);
+    // A coarse timer may be late by a twentieth.
+    tmrPoke->setTimerType(Qt::PreciseTimer);
+    tmrRandoms->setTimerType(Qt::PreciseTimer);
     connect(tmrPoke, &QTimer::timeout, this, &FrmServer::tmrPoke_Timer);
     connect(tmrPing, &QTimer::timeout, this, &FrmServer::tmrPing_Timer);
     connect(tmrRandoms, &QTimer::timeout, this, &FrmServer::tmrRandoms_Timer);
+    connect(tmrTurns, &QTimer::timeout, this, &FrmServer::tmrTurns_Timer);
     tmrPoke->start();
 }
 

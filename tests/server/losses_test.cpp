@@ -78,11 +78,17 @@ TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {
         auto peers = bench.table(2);
         bench.chooseSets();
         FrmServer& console = bench.console();
+        bench.folder.write("Sample.pw",
+                           sample::header(1, 0, 0) + sample::record("One", "+") + sample::end());
+        console.cboPack[1]->setCurrentIndex(0);
         if (std::string(row.state) != "N") {
             console.cmdStart->click();
             EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
         }
-        console.draftState = row.state;
+        for (int pick = 0; pick < 6 && *row.state == 'O'; ++pick) {
+            console.Dispatch(1 + pick % 2, "BPCK");
+        }
+        EXPECT_EQ(console.draftState, row.state);
         console.chkHalt->setChecked(row.halt);
         peers[0]->rest();
         peers[1]->close();
@@ -135,6 +141,51 @@ TEST(Losses, AHaltingDropFoundInsideAWriteIsTheLastThingHeard) {
     EXPECT_EQ(peers[0]->rest(), "");
     EXPECT_EQ(console.draftState, "D");
     EXPECT_FALSE(console.tmrRandoms->isActive());
+}
+
+TEST(Losses, ALossFoundInsideAWriteIsToldBehindItAndTheDraftGoesOn) {
+    for (const bool rochester : {false, true}) {
+        Bench bench;
+        auto peers = bench.table(3);
+        bench.chooseSets();
+        FrmServer& console = bench.console();
+        console.optRochester->setChecked(rochester);
+        console.cmdStart->click();
+        EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
+        const std::string pack = peers[0]->rest();
+        const std::string left =
+            pack.substr(pack.find('|') + 1, pack.find('~') - pack.find('|') - 1);
+        const auto place = [&](std::size_t seat) {
+            return std::to_string(console.table().tableOf.at(seat)) + "~";
+        };
+        bench.breakLink(*peers[2], 3);
+        console.Dispatch(1, rochester ? "RROK" : "BPCK" + left);
+        EXPECT_TRUE(peers[0]->hears((rochester ? "RSTA" : "BSTA") + place(0) +
+                                    "MESGP3 disconnected~" +
+                                    (rochester ? "RSTA" + place(2) : std::string())));
+        console.tmrRandoms_Timer();
+        EXPECT_EQ(peers[0]->rest(), rochester ? "" : "BSTA" + place(2));
+    }
+}
+
+TEST(Losses, AnOnlookerWhoLeavesHaltsNoDraft) {
+    Bench bench;
+    auto peers = bench.table(2);
+    auto onlooker = bench.connected(3);
+    bench.chooseSets();
+    FrmServer& console = bench.console();
+    console.chkHalt->setChecked(true);
+    console.cmdStart->click();
+    EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
+    onlooker->say("NAMELate~");
+    EXPECT_TRUE(peers[0]->hearsSometime("ADDR2127.0.0.1~"));
+    onlooker->close();
+    EXPECT_TRUE(peers[0]->hears("MESGLate disconnected~"));
+    EXPECT_FALSE(console.tmrRandoms->isActive());
+    peers[0]->say("BPCK~");  // no card of the pack: chance takes one
+    EXPECT_TRUE(peers[0]->hears("MESG*P1 sent no card of the pack; one is taken at random.*~BSTA"));
+    peers[1]->close();
+    EXPECT_TRUE(peers[0]->hearsSometime("CLOS~"));
 }
 
 TEST(Losses, ALostSeatKeepsNeitherFormatWaiting) {

@@ -1,6 +1,10 @@
 #include "server/bench.h"
 
+#include <QElapsedTimer>
+
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace packwise {
 namespace {
@@ -147,10 +151,6 @@ TEST(Seats, MalformedMessagesChangeNothing) {
                                                 "CODE1x",
                                                 "CODE007",
                                                 "CODE99999999999999999999",
-                                                "BPCK|",
-                                                "BPCKx",
-                                                "BPCKUa|Ub",
-                                                "BPCK" + huge,
                                                 "RPCK",
                                                 "RPCKx",
                                                 "RPCK-1",
@@ -181,17 +181,19 @@ TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
     EXPECT_TRUE(peers[1]->waitClosed());
     EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~DROP1~"));
 
-    // The longest name goes to the others with words of the server's own.
+    // A long name is cut, and no chat line that is relayed is too long for a client.
     auto wordy = bench.connected(2);
     wordy->say("NAME" + std::string(kMostClientMessageLength - kCommandLength, 'n') + "~");
-    EXPECT_TRUE(peers[0]->hearsSometime("n has joined~"));
+    EXPECT_TRUE(peers[0]->hears("MESG" + std::string(64, 'n') + " has joined~NAME1"));
+    wordy->say("MESG" + std::string(kMostClientMessageLength - kCommandLength, 'y') + "~");
+    EXPECT_TRUE(peers[0]->hearsSometime("yy~"));
     MessageSplitter heard;
     heard.append(peers[0]->transcript());
     EXPECT_FALSE(heard.overflowed());
     wordy->close();
     EXPECT_TRUE(peers[0]->hearsSometime("DROP1~"));
 
-    // The third reads nothing more while the first chats on.
+    // The third reads nothing more of what it has to be told.
     peers[2]->socket().setReadBufferSize(1);
     const std::string line = "MESG" + std::string(50000, 'y') + "~";
     for (int i = 0; i < 400 && bench.console().lstNames->text(2) != u" "; ++i) {
@@ -199,9 +201,148 @@ TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
         peers[0]->rest();
     }
     EXPECT_EQ(bench.console().lstNames->text(2), u" "_s);
-    peers[0]->say("PING~");
-    EXPECT_TRUE(peers[0]->hearsSometime("PONG~"));
     EXPECT_NE(peers[0]->transcript().find("MESGP3 disconnected~DROP2~"), std::string::npos);
+}
+
+// One seat writes as fast as it can, another reads nothing at all. Only the first one waits.
+TEST(Seats, WhoFloodsWaitsAndNobodyElse) {
+    Bench bench;
+    auto peers = bench.table(4);
+    bench.chooseSets();
+    bench.console().tmrPoke->stop();
+    peers[2]->socket().setReadBufferSize(1);
+    std::string lines;
+    while (lines.size() < 1024 * 1024) {
+        lines += "MESG" + std::string(lines.size() % 500, 'y') + "~PING~";
+    }
+    std::vector<qint64> answers;  // milliseconds
+    for (const bool inDraft : {false, true}) {
+        if (inDraft) {
+            bench.console().cmdStart->click();
+            EXPECT_TRUE(peers[3]->hearsSometime("BOOS"));
+        }
+        for (int i = 0; i < 100; ++i) {
+            if (peers[1]->socket().bytesToWrite() < 1024 * 1024) {
+                peers[1]->say(lines);
+            }
+            if (i % 10 == 0) {
+                bench.console().tmrPoke_Timer();
+            }
+            QElapsedTimer clock;
+            clock.start();
+            peers[3]->say("PING~");
+            ASSERT_TRUE(peers[3]->hearsSometime("PONG~"));
+            answers.push_back(clock.elapsed());
+            peers[1]->rest();
+        }
+    }
+    std::nth_element(answers.begin(), answers.begin() + 100, answers.end());
+    EXPECT_LT(answers[100], 200);
+    for (int row = 0; row < 4; ++row) {
+        EXPECT_NE(bench.console().lstNames->text(row), u" "_s) << row;
+    }
+    // The first MiB, and what 20 pokes bring.
+    EXPECT_LT(peers[3]->transcript().size(), 4U * 1024 * 1024);
+    EXPECT_GT(peers[3]->transcript().size(), 2U * 1024 * 1024);
+    EXPECT_GT(peers[1]->socket().bytesToWrite(), 0);
+}
+
+TEST(Seats, ManyMessagesOfOneSeatWaitBehindTheOthers) {
+    Bench bench;
+    auto peers = bench.table(2);
+    for (const std::size_t many : {0U, 1U}) {
+        Peer& other = *peers[1 - many];
+        const std::size_t start = other.transcript().size();
+        std::string lines;
+        for (int line = 0; line < 500; ++line) {
+            lines += "MESGline~";
+        }
+        peers[many]->say(lines);
+        other.say("PING~");
+        EXPECT_TRUE(other.hearsSometime("PONG~"));
+        EXPECT_LE(other.transcript().find("PONG~", start) - start, std::size_t{10} * 2 * 64);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return peers[many]->rest().empty(); }));
+    }
+}
+
+TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
+    for (const std::string said : {"DROP~", "CODE7~", "CARDUx~BPCK"}) {
+        Bench bench;
+        auto peers = bench.table(8);
+        const bool picks = said.ends_with("BPCK");
+        if (picks) {
+            bench.chooseSets();
+            bench.console().cmdStart->click();
+        }
+        std::vector<std::string> rests(peers.size());
+        for (std::size_t i = 0; i < peers.size() && picks; ++i) {
+            EXPECT_TRUE(peers[i]->hearsSometime("BOOS"));
+            const std::string pack = peers[i]->rest();
+            rests[i] = pack.substr(pack.find('|') + 1, pack.find('~') - pack.find('|'));
+        }
+        peers[0]->rest();
+        for (std::size_t i = 1; i < peers.size(); ++i) {
+            peers[i]->say(said + rests[i]);
+            peers[i]->close();
+        }
+        for (int num = 2; num <= kSeats; ++num) {
+            EXPECT_TRUE(bench.seatIsFree(num));
+        }
+        const std::string heard = peers[0]->rest();
+        for (int num = 2; num <= kSeats; ++num) {
+            const std::string seat = std::to_string(num - 1);
+            const auto& places = bench.console().table().tableOf;
+            const int position = places.at(static_cast<std::size_t>(num - 1));
+            const std::string told = picks ? "BSTA" + std::to_string(position) + "~"
+                                     : said.starts_with('C') ? "CODE" + seat + "7~"
+                                                             : "MESGP" + std::to_string(num) +
+                                                                   " intentionally dropped.~";
+            EXPECT_NE(heard.find(told), std::string::npos) << told << "\nin " << heard;
+        }
+    }
+}
+
+TEST(Seats, AFullTableGivesUpTheSeatThatHasLongHadNoName) {
+    Bench bench;
+    auto peers = bench.table(6);
+    bench.console().tmrPoke->stop();
+    auto older = bench.connected(7);
+    bench.console().tmrPoke_Timer();
+    auto younger = bench.connected(8);
+    for (int second = 1; second < 20; ++second) {
+        Peer ninth;
+        ASSERT_TRUE(ninth.connectTo(bench.console().wskServer[0]->localPort()));
+        EXPECT_TRUE(ninth.hears("STATServer is full~")) << second;
+        bench.console().tmrPoke_Timer();
+    }
+    bench.joined(7, "New");
+    EXPECT_TRUE(older->waitClosed());
+    EXPECT_TRUE(younger->isConnected());
+    EXPECT_TRUE(peers[0]->hears("MESG disconnected~DROP6~MESGNew has joined~"));
+}
+
+TEST(Seats, TimersRunAsTheyShould) {
+    Bench bench;
+    auto peers = bench.table(1);
+    struct Row {
+        QTimer* FrmServer::*timer;
+        int interval;
+        bool runs;
+    };
+    for (const Row& row :
+         {Row{&FrmServer::tmrPoke, 1000, true}, Row{&FrmServer::tmrPing, 1000, false},
+          Row{&FrmServer::tmrRandoms, 2000, false}}) {
+        const QTimer& timer = *(bench.console().*row.timer);
+        EXPECT_EQ(timer.interval(), row.interval) << row.interval;
+        EXPECT_EQ(timer.isActive(), row.runs) << row.interval;
+        EXPECT_FALSE(timer.isSingleShot());
+    }
+    // A lost seat is picked for within two seconds, not a twentieth later.
+    EXPECT_EQ(bench.console().tmrPoke->timerType(), Qt::PreciseTimer);
+    EXPECT_EQ(bench.console().tmrRandoms->timerType(), Qt::PreciseTimer);
+    const std::size_t before = peers[0]->transcript().size();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return peers[0]->rest().empty() && peers[0]->transcript().size() > before; }));
 }
 
 TEST(Seats, AVanishedClientIsFoundByThePoke) {
