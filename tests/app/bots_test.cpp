@@ -73,6 +73,8 @@ TEST(Bots, EightDraftOnTheRealServerAndSaveWhatTheyReport) {
             EXPECT_TRUE(told.contains(QString::number(codeOfDeckFile(text).value())))
                 << name.toStdString();
             EXPECT_EQ(QString::fromStdString(text).count(u"\r\n    1 "_s), 40);
+            // 17 of the 40 are land: all of the player's 45 picks are in the file.
+            EXPECT_EQ(QString::fromStdString(text).count(u"\r\nSB: 1 "_s), 22);
         }
     }
 }

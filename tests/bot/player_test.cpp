@@ -1,6 +1,7 @@
 #include "bot/player.h"
 
 #include "bot/fakelink.h"
+#include "engine/samplefiles.h"
 
 #include <gtest/gtest.h>
 
@@ -158,6 +159,20 @@ TEST_F(PlayerTest, IgnoresWhatIsNoMessage) {
     EXPECT_EQ(answer("ROUN1~BOOSUReal|~"), "CARDUReal~BPCK~");
     EXPECT_EQ(answer("INFOR1x~INFOR~TURN2~RPCK10~"), "");
     EXPECT_FALSE(link.over);
+}
+
+TEST_F(PlayerTest, PicksByTheCardFilesOfTheDraftsSets) {
+    const sample::TempFolder folder;
+    folder.write("SecondSe.pw", sample::header(1, 0, 1) + sample::record("Common", "-") +
+                                    sample::record("Rare", "+") + sample::end());
+    CardBook files(folder.path());
+    for (std::uint64_t seed = 0; seed < 8; ++seed) {  // taste decides where no file does
+        Player reader(link, files, seed, 0);
+        reader.begin("Ada");
+        reader.receive(std::string(kJoin) + "PAKSFirst|Second Set|||||~INFOB~BOOSUCommon|URare|~");
+        elapse(reader, link);
+        EXPECT_EQ(link.take(), "VERS1.41~NAMEAda~CARDURare~BPCKUCommon|~");
+    }
 }
 
 TEST_F(PlayerTest, BuildsNoDeckWithoutADraft) {

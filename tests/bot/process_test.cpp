@@ -58,7 +58,7 @@ protected:
         const std::size_t from = heard.find("NAME") + 4;
         const std::string name = heard.substr(from, heard.find('~', from) - from);
         const std::string own = "NAME" + std::to_string(number - 1) + name + "~";
-        peer.say("MESG" + name + " has joined~" + own + "NAME0~NAME1~" + own + "NAME7~");
+        peer.say("MESG" + name + " has joined~" + own + "NAME0~NAME6Bruno Bot~" + own + "NAME7~");
         return name;
     }
 
@@ -78,8 +78,8 @@ TEST_F(BotProcess, DraftsSavesADeckForEachPlayerAndStaysUntilTheServerGoes) {
     Peer two;
     const std::string first = seat(one, 1);
     const std::string second = seat(two, 2);
-    EXPECT_NE(first, second);
-    EXPECT_LE(first.size(), 12U);
+    EXPECT_EQ(first, "Ada Bot");
+    EXPECT_EQ(second, "Clara Bot");  // a person sits under the name between them
     const std::array<Peer*, 2> peers = {&one, &two};
     for (Peer* peer : peers) {
         peer->say("SEAT01~SEAT10~PAKSNo Such Set|../../x|Third||||~INFOB~ROUN1~BOOSUFirst|~");
@@ -136,6 +136,12 @@ TEST_F(BotProcess, EndsInOrderWhateverTheServerDoes) {
              Case{"vanishes", true, [](Peer& peer) { peer.vanish(); }, 0, "the link is lost"},
              Case{"closes", true, [](Peer& peer) { peer.close(); }, 0, "the link is lost"},
              Case{"noise", true, flood, 0, "noise"},
+             Case{"no deck", true,
+                  [this](Peer& peer) {
+                      QDir(decks.path()).removeRecursively();
+                      peer.say("OVER~CLOS~");
+                  },
+                  1, "cannot save the deck"},
              Case{"full", false,
                   [](Peer& peer) {
                       peer.say("STATServer is full~");
@@ -173,6 +179,20 @@ TEST_F(BotProcess, TriesAnotherNameWhenItsOwnIsTaken) {
     const std::string name = seat(peer, 1);
     EXPECT_EQ(refused.transcript().find("NAME" + name + "~"), std::string::npos);
     peer.say("CLOS~");
+    EXPECT_EQ(status(), 0);
+}
+
+TEST_F(BotProcess, BringsNoMorePlayersOnceOneIsKicked) {
+    start({u"--seats"_s, u"3"_s, u"--delay"_s, u"0.5"_s});
+    Peer one;
+    Peer two;
+    seat(one, 1);
+    seat(two, 2);
+    one.close();
+    std::string told;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return (told += output()).find("2 of 3 joined") != std::string::npos; }, kPatience));
+    two.close();
     EXPECT_EQ(status(), 0);
 }
 
