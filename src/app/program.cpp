@@ -4,6 +4,7 @@
 #include "platform/socket.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 #include <QTimer>
 
@@ -106,7 +107,7 @@ void Program::start(const QString& name, quint16 port) {
     Socket& socket = *frmClient->wskClient;
     socket.setRemoteHost(u"127.0.0.1"_s);
     socket.setRemotePort(port);
-    socket.connectToHost();
+    frmClient->Connect();
 }
 
 QString Program::clientName() const {
@@ -127,8 +128,16 @@ void Program::closeConnection() {
 }
 
 void Program::showCard(const QString& name, const QStringList& sets, int left, int top) {
-    frmCard->placeAt(left, top);
+    const QRect caller = frmDeckBuild->frameGeometry();
+    frmCard->placeAt(left, top, caller, caller);
     frmCard->Card(name, sets);
+}
+
+void Program::deckSaved(const QString& path) {
+    const FrmClient* const client = frmClient.ifLoaded();
+    const bool linked = client && client->wskClient->state() == Socket::Connected;
+    frmMessage->showNote(u"Your deck is saved as "_s + QDir::toNativeSeparators(path) +
+                         (linked ? u"."_s : u". The server is gone and has not had its code."_s));
 }
 
 void Program::hideCard() {

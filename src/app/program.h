@@ -87,6 +87,7 @@ private:
     void closeConnection() override;
     void showCard(const QString& name, const QStringList& sets, int left, int top) override;
     void hideCard() override;
+    void deckSaved(const QString& path) override;
 };
 
 }  // namespace packwise

@@ -1,6 +1,6 @@
 #include "client/cardlist.h"
 
-#include "client/elidedlabel.h"
+#include "platform/look.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>

@@ -1,5 +1,7 @@
 #include "client/elidedlabel.h"
 
+#include "platform/look.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -12,10 +14,6 @@ namespace {
 constexpr int kLeastFontPixels = 10;
 
 }  // namespace
-
-QString plainToolTip(const QString& text) {
-    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
-}
 
 ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
@@ -42,8 +40,11 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 }
 
 bool ElidedLabel::event(QEvent* event) {
-    if (event->type() == QEvent::ToolTip && shownText() != text()) {
-        const QString whole = toolTip().isEmpty() ? text() : text() + u": " + toolTip();
+    const bool isCut = event->type() == QEvent::ToolTip && shownText() != text();
+    if (event->type() == QEvent::ToolTip && (isCut || !toolTip().isEmpty())) {
+        const QString whole = !isCut                ? toolTip()
+                              : toolTip().isEmpty() ? text()
+                                                    : text() + u": " + toolTip();
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainToolTip(whole), this);
         return true;
     }

@@ -1,13 +1,10 @@
 // A label of plain text. A text that does not fit is set in a smaller font, then cut, with the
-// whole text as its tool tip.
+// whole text as its tool tip. What setToolTip() takes is plain text, too.
 #pragma once
 
 #include <QLabel>
 
 namespace packwise {
-
-// A tool tip that shows the text as it stands, whatever tags it seems to hold.
-QString plainToolTip(const QString& text);
 
 class ElidedLabel : public QLabel {
     Q_OBJECT

@@ -25,6 +25,9 @@ namespace {
 constexpr int kSmallWidth = 3450;  // twips
 constexpr int kSmallHeight = 975;
 
+// The server says something every second.
+constexpr int kLongestSilence = 35;  // seconds
+
 }  // namespace
 
 FrmClient::FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBuild>& frmDeckBuild,
@@ -41,15 +44,16 @@ FrmClient::FrmClient(Shell& shell, Lazy<FrmMessage>& frmMessage, Lazy<FrmDeckBui
       Sets(kMostPacks) {
     wskClient->setObjectName(u"wskClient"_s);
     makeControls();
+    chkInfo->setChecked(setting::showInfo.readInt(shell_.settings()) != 0);
     connectControls();
     setLight(shade::red);
     cmdDraft->setEnabled(false);
     colorPack(shade::black);
-    chkInfo->setChecked(setting::showInfo.readInt(shell_.settings()) != 0);
     setSizeTwips(kSmallWidth, kSmallHeight);
-    setRoomTwips(kDraftWidth, kBoosterHeight);
+    setRoomTwips(kDraftWidth, kRochesterHeight);
     restorePlace(setting::clientPlace.read(shell_.settings()));
     tmrMisc->start();
+    tmrSilence->start();
 }
 
 void FrmClient::Form_GotFocus() {
@@ -58,6 +62,27 @@ void FrmClient::Form_GotFocus() {
 
 void FrmClient::Form_LostFocus() {
     hasFocus_ = false;
+}
+
+void FrmClient::Connect() {
+    setStatus(u"Connecting..."_s, u"Connecting to "_s + serverPlace());
+    wskClient->connectToHost();
+}
+
+QString FrmClient::serverPlace() const {
+    return u"%1, port %2"_s.arg(wskClient->remoteHost()).arg(wskClient->remotePort());
+}
+
+void FrmClient::setStatus(const QString& status, const QString& detail) {
+    lblStatus->setText(status);
+    lblStatus->setToolTip(detail);
+    lblStatus->setAccessibleDescription(detail);
+}
+
+QString FrmClient::lastWords() const {
+    QStringList words{lastStat_, lastSaid_};
+    words.removeAll(QString());
+    return words.isEmpty() ? QString() : u"The server said last: "_s + words.join(u" / "_s);
 }
 
 void FrmClient::Send(std::string_view message) {
@@ -80,6 +105,7 @@ void FrmClient::Send(std::string_view message) {
 }
 
 void FrmClient::wskClient_DataArrival() {
+    silentSeconds_ = 0;
     received_.append(wskClient->getData());
     while (const std::optional<std::string> message = received_.next()) {
         Dispatch(*message);
@@ -94,10 +120,21 @@ void FrmClient::wskClient_DataArrival() {
     }
 }
 
+bool FrmClient::takeArrived() {
+    received_.append(wskClient->getData());
+    while (const std::optional<std::string> message = received_.next()) {
+        Dispatch(*message);
+    }
+    return wskClient->state() != Socket::Closed;
+}
+
 void FrmClient::wskClient_Close() {
+    if (!takeArrived()) {
+        return;
+    }
     wskClient->close();
     received_.clear();
-    lblStatus->setText(u"Server disconnect."_s);
+    setStatus(u"Server disconnect."_s, lastWords());
     setLight(shade::red);
     if (frmMessage_.ifLoaded()) {
         frmMessage_->hide();
@@ -105,8 +142,17 @@ void FrmClient::wskClient_Close() {
 }
 
 void FrmClient::wskClient_Error() {
+    if (!takeArrived()) {
+        return;
+    }
+    if (draftOver_) {
+        // The player's deck is in the deck builder.
+        wskClient_Close();
+        return;
+    }
     wskClient->close();
-    shell_.boxes().show(this, Box{u"Connection error!"_s, u"Packwise 1.41"_s});
+    shell_.boxes().show(
+        this, Box{u"Connection error!\n\nServer: "_s + serverPlace(), u"Packwise 1.41"_s});
     shell_.end();
 }
 
@@ -122,18 +168,25 @@ void FrmClient::tmrMisc_Timer() {
     Send("PING~");
 }
 
+void FrmClient::tmrSilence_Timer() {
+    // Ticks, not the time of day: a machine that was asleep has heard nothing, too.
+    if (wskClient->state() != Socket::Connected) {
+        silentSeconds_ = 0;
+    } else if (++silentSeconds_ >= kLongestSilence) {
+        wskClient_Close();
+    }
+}
+
 bool FrmClient::queryUnload(UnloadMode) {
     if (shell_.ended()) {
         return true;
     }
     hideCard();
     if (wskClient->state() != Socket::Closed) {
-        const bool wasVisible = isVisible();
         const bool leave = shell_.boxes().show(this, Box{u"Are you sure?"_s, u"Packwise 1.41"_s,
                                                          BoxButtons::YesNo, BoxIcon::Exclamation});
         // The draft may have ended while the box stood: the player is in the deck builder now.
-        const bool overMeanwhile = wasVisible && !isVisible();
-        if (leave && !shell_.ended() && !overMeanwhile) {
+        if (leave && !shell_.ended() && !draftOver_) {
             Send("DROP~");
             tmrClose->start();
         }

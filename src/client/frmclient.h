@@ -55,8 +55,9 @@ public:
 
     // The link.
     Socket* wskClient;
-    QTimer* tmrMisc;   // the keep-alive
-    QTimer* tmrClose;  // gives "DROP~" time to leave
+    QTimer* tmrMisc;     // the keep-alive
+    QTimer* tmrClose;    // gives "DROP~" time to leave
+    QTimer* tmrSilence;  // counts the seconds without a word of the server
     QFrame* fraStatus;
     Shape* shaLight;
     QLabel* lblStatus;
@@ -97,6 +98,9 @@ public:
     // To be set before connecting.
     QString clientName;
 
+    // Begins to connect to wskClient's host and port.
+    void Connect();
+
     // Writes a whole message, "~" included, to the server; dropped when there is no connection.
     void Send(std::string_view message);
 
@@ -105,6 +109,7 @@ public:
     void wskClient_Error();
     void tmrMisc_Timer();
     void tmrClose_Timer();
+    void tmrSilence_Timer();
     void Form_GotFocus();
     void Form_LostFocus();
 
@@ -121,6 +126,10 @@ public:
     void tmrRoch_Timer();
     void tmrReview_Timer();
     void cmdOK_Click();
+
+Q_SIGNALS:
+    // The player, who looks elsewhere, is called: something waits for a pick.
+    void playerCalled();
 
 protected:
     bool queryUnload(UnloadMode mode) override;
@@ -169,13 +178,27 @@ private:
     void onSnow(std::string_view body);
     void onCode(std::string_view body);
 
+    // `detail` is plain text for the tool tip and for a screen reader.
+    void setStatus(const QString& status, const QString& detail = {});
+    // "host, port n", for the user.
+    QString serverPlace() const;
+    // What the server itself has said last, as sentences; empty when it has said nothing.
+    QString lastWords() const;
+    // Dispatches what has come over a link that is lost. False when that has closed it.
+    bool takeArrived();
+    // Draws the eye of a player who looks elsewhere.
+    void callPlayer();
+
     // Red whatever is asked for while the socket is closed.
     void setLight(const QColor& color);
+    void countPlayers();
     void describeSeat(std::size_t position);
     void colorSeat(std::size_t position, const QColor& color);
     // Only a name that is lit reads in full colour; `state` tells the same in words.
     void lightNameR(std::size_t position, bool lit, const QString& state);
     void disableNamesR();
+    // Ends what the pause has taken from the picked list that is covered.
+    void takeFocusAgain();
     void addHistory(const QString& line);
     int tick() const;  // the number that lblTick shows
     void setTick(int seconds);
@@ -193,7 +216,8 @@ private:
     void RebuildPicked();
     void describeBars();
     bool isShown(std::size_t color) const;
-    void placeCard();
+    // Beside this window, off the list in which the card was chosen.
+    void placeCard(const CardList& list);
     void showCard(const QString& name);
     void hideCard();
 
@@ -212,6 +236,10 @@ private:
     char draftType = ' ';  // 'B', 'R', or ' ' before INFO
     int clockSeconds = 0;  // 0 in an untimed draft
     bool hasFocus_ = false;
+    bool draftOver_ = false;  // the deck builder has opened
+    int silentSeconds_ = 0;
+    QString lastStat_;
+    QString lastSaid_;  // no chat line of a player
     std::array<QString, kSeats> Names;
     std::array<std::string, kMostCardsInPack + 1> Pack;  // card tokens
     std::array<std::string, kColors> Picks;              // names, each followed by "|"

@@ -279,6 +279,7 @@ void FrmClient::makeTimers() {
     tmrMisc = makeTimer(u"tmrMisc"_s, 1000, this);
     tmrClose = makeTimer(u"tmrClose"_s, 500, this);
     tmrClose->setSingleShot(true);
+    tmrSilence = makeTimer(u"tmrSilence"_s, 1000, this);
     tmrRoch = makeTimer(u"tmrRoch"_s, 1000, this);
     tmrReview = makeTimer(u"tmrReview"_s, 1000, this);
 }
@@ -289,6 +290,7 @@ void FrmClient::connectControls() {
     connect(wskClient, &Socket::failed, this, &FrmClient::wskClient_Error);
     connect(tmrMisc, &QTimer::timeout, this, &FrmClient::tmrMisc_Timer);
     connect(tmrClose, &QTimer::timeout, this, &FrmClient::tmrClose_Timer);
+    connect(tmrSilence, &QTimer::timeout, this, &FrmClient::tmrSilence_Timer);
     connect(tmrRoch, &QTimer::timeout, this, &FrmClient::tmrRoch_Timer);
     connect(tmrReview, &QTimer::timeout, this, &FrmClient::tmrReview_Timer);
     connect(this, &Form::gotFocus, this, &FrmClient::Form_GotFocus);
@@ -298,8 +300,8 @@ void FrmClient::connectControls() {
     connect(lstPack, &CardList::chosen, this, &FrmClient::lstPack_DblClick);
     connect(lstPack, &CardList::mouseDown, this, &FrmClient::lstPack_MouseDown);
     connect(lstPack, &CardList::lookedAt, this, &FrmClient::lstPack_MouseDown);
-    connect(chkInfo, &QCheckBox::clicked, this, &FrmClient::chkInfo_Click);
-    connect(chkSort, &QCheckBox::clicked, this, &FrmClient::chkSort_Click);
+    connect(chkInfo, &QCheckBox::toggled, this, &FrmClient::chkInfo_Click);
+    connect(chkSort, &QCheckBox::toggled, this, &FrmClient::chkSort_Click);
     connect(fraColors, &ColorBars::mouseDown, this, &FrmClient::fraColors_MouseDown);
     connect(lstPicked, &CardList::mouseDown, this, &FrmClient::lstPicked_MouseDown);
     connect(lstPicked, &CardList::lookedAt, this, &FrmClient::lstPicked_MouseDown);

@@ -1,16 +1,15 @@
 // What the draft client does on each message of the server. A body that is not as it should be
 // changes nothing.
 #include "client/cardlist.h"
-#include "client/elidedlabel.h"
 #include "client/frmclient.h"
 #include "client/passingarrow.h"
 #include "common/codepage.h"
 #include "companions/frmmessage.h"
 #include "companions/frmsecurity.h"
 #include "deck/frmdeckbuild.h"
+#include "platform/look.h"
 #include "platform/twips.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -83,14 +82,19 @@ void FrmClient::Dispatch(std::string_view message) {
 
 void FrmClient::onClos(std::string_view) {
     wskClient->close();
-    lblStatus->setText(u"Connection closed"_s);
+    setStatus(u"Connection closed"_s, lastWords());
     setLight(shade::red);
     tmrMisc->stop();
     frmMessage_->txtSend->setEnabled(false);
+    if (draftType != ' ' && !draftOver_) {
+        frmMessage_->showNote(u"The draft was stopped. Last word of the server: "_s + lastSaid_);
+    }
 }
 
 void FrmClient::onMesg(std::string_view body) {
-    frmMessage_->show();
+    if (!body.starts_with('<') && !body.starts_with('*')) {
+        lastSaid_ = screenText(body);
+    }
     frmMessage_->Receive(body);
 }
 
@@ -104,14 +108,15 @@ void FrmClient::onHelo(std::string_view body) {
         return;
     }
     setLight(shade::green);
-    lblStatus->setText(u"Connected as "_s + fromBytes(body));
+    setStatus(u"Connected as "_s + fromBytes(body));
     myNumber = *number;
     Send("VERS" + std::string(kProtocolVersion) + kTerminator);
     Send("NAME" + toBytes(clientName) + kTerminator);
 }
 
 void FrmClient::onStat(std::string_view body) {
-    lblStatus->setText(fromBytes(body));
+    lastStat_ = screenText(body);
+    setStatus(lastStat_);
 }
 
 void FrmClient::onTest(std::string_view) {
@@ -128,7 +133,12 @@ void FrmClient::onDrop(std::string_view body) {
     frmMessage_->lstNames->setText(row, u" "_s);
     frmSecurity_->lstNames->setText(row, u" "_s);
     frmSecurity_->lstIP->setText(row, u" "_s);
-    --playerCount;
+    countPlayers();
+}
+
+void FrmClient::countPlayers() {
+    playerCount = static_cast<int>(
+        std::ranges::count_if(Names, [](const QString& known) { return !known.isEmpty(); }));
 }
 
 void FrmClient::onName(std::string_view body) {
@@ -136,12 +146,11 @@ void FrmClient::onName(std::string_view body) {
     if (!seat) {
         return;
     }
-    const QString name = fromBytes(body.substr(1));
+    const QString name = screenText(body.substr(1));
     Names[static_cast<std::size_t>(*seat)] = name;
     frmMessage_->lstNames->setText(*seat, name);
     frmSecurity_->lstNames->setText(*seat, name);
-    playerCount = static_cast<int>(
-        std::ranges::count_if(Names, [](const QString& known) { return !known.isEmpty(); }));
+    countPlayers();
 }
 
 void FrmClient::onAddr(std::string_view body) {
@@ -150,7 +159,7 @@ void FrmClient::onAddr(std::string_view body) {
         return;
     }
     // The server's own machine: shown by the address at which it was reached from here.
-    const QString address = fromBytes(body.substr(1));
+    const QString address = screenText(body.substr(1));
     frmSecurity_->lstIP->setText(*seat,
                                  address == u"127.0.0.1"_s ? wskClient->remoteHostIp() : address);
 }
@@ -180,7 +189,7 @@ void FrmClient::onPaks(std::string_view body) {
     }
     for (int index = 0; index < kMostPacks; ++index) {
         const std::string& set = fields[static_cast<std::size_t>(index)];
-        Sets[index] = fromBytes(set);
+        Sets[index] = screenText(set);
         frmDeckBuild_->setPack(index, set);
     }
 }
@@ -216,10 +225,11 @@ void FrmClient::onInfo(std::string_view body) {
         disableNamesR();
     }
     setSizeTwips(kDraftWidth, height);
+    moveIntoWorkArea();
 }
 
 void FrmClient::onRoun(std::string_view body) {
-    lblRound->setText(fromBytes(body));
+    lblRound->setText(screenText(body));
     const bool wasClockwise = !imgCW->isHidden();
     imgCW->setVisible(!wasClockwise);
     imgCCW->setVisible(wasClockwise);
@@ -230,9 +240,7 @@ void FrmClient::onBoos(std::string_view body) {
     if (!tokens) {
         return;
     }
-    if (!hasFocus_) {
-        QApplication::alert(this);
-    }
+    callPlayer();
     if (draftType == 'B') {
         allowPick();
     }
@@ -262,6 +270,7 @@ void FrmClient::onTurn(std::string_view body) {
         return;
     }
     allowPick();
+    callPlayer();
     lstPack->setFocus();  // takes effect once the window is active
     if (clockSeconds != 0) {
         tmrRoch->start();
@@ -310,6 +319,7 @@ void FrmClient::onRpau(std::string_view) {
     lstPicked->show();
     lstPickedNS->show();
     (chkSort->isChecked() ? lstPicked : lstPickedNS)->raise();
+    (chkSort->isChecked() ? lstPickedNS : lstPicked)->setFocusPolicy(Qt::NoFocus);
     disableNamesR();
 }
 
@@ -323,9 +333,14 @@ void FrmClient::onOver(std::string_view) {
     for (int color = 0; color < kColors; ++color) {
         frmDeckBuild_->setCards(color, Picks[static_cast<std::size_t>(color)]);
     }
+    // A player who was about to leave has a deck to build now.
+    tmrClose->stop();
+    draftOver_ = true;
     frmDeckBuild_->show();
     frmSecurity_->show();
     hide();
+    frmMessage_->showNote(
+        u"The draft is over. Build a deck of at least 40 cards, then press Save As."_s);
     frmDeckBuild_->present();
 }
 
@@ -336,7 +351,7 @@ void FrmClient::onSnow(std::string_view) {
 void FrmClient::onCode(std::string_view body) {
     const std::optional<int> seat = readSeatDigit(body);
     if (seat && readNumber(body.substr(1))) {
-        frmSecurity_->lstCode->setText(*seat, fromBytes(body.substr(1)));
+        frmSecurity_->lstCode->setText(*seat, screenText(body.substr(1)));
     }
 }
 

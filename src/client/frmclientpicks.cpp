@@ -41,7 +41,7 @@ void FrmClient::lstPack_MouseDown() {
     if (lstPack->selectedRow() < 0 || !chkInfo->isChecked()) {
         return;
     }
-    placeCard();
+    placeCard(*lstPack);
     showCard(lstPack->text(lstPack->selectedRow()));
 }
 
@@ -52,8 +52,9 @@ void FrmClient::chkInfo_Click() {
     }
 }
 
-void FrmClient::placeCard() {
-    frmCard_->placeAt(leftTwips() + kDraftWidth + kCardGap, topTwips());
+void FrmClient::placeCard(const CardList& list) {
+    const QRect clicked(list.mapToGlobal(QPoint(0, 0)), list.size());
+    frmCard_->placeAt(leftTwips() + kDraftWidth + kCardGap, topTwips(), frameGeometry(), clicked);
 }
 
 void FrmClient::showCard(const QString& name) {
@@ -87,7 +88,7 @@ void FrmClient::showPack(const std::vector<std::string>& tokens) {
     QColor fill = shade::black;
     for (std::size_t row = 0; row < tokens.size(); ++row) {
         const std::string& token = tokens[row];
-        const QString name = fromBytes(std::string_view(token).substr(1));
+        const QString name = screenText(std::string_view(token).substr(1));
         QString spokenColor = u"Unknown colour"_s;
         if (const std::optional<int> color = colorIndexOf(token.front())) {
             const CardColor& known = kCardColors[static_cast<std::size_t>(*color)];
@@ -139,6 +140,9 @@ void FrmClient::MakePick(bool random) {
         hideCard();
     }
     filePick(static_cast<std::size_t>(colorIndexOf(token.front()).value_or(0)), token.substr(1));
+    if (focusWidget() == cmdDraft) {
+        lstPack->setFocus();  // or the next control in the row would have it
+    }
     cmdDraft->setEnabled(false);
     colorPack(shade::grey);
     if (draftType == 'B') {
@@ -167,7 +171,7 @@ bool FrmClient::isShown(std::size_t color) const {
 }
 
 void FrmClient::filePick(std::size_t color, const std::string& name) {
-    const QString shownName = fromBytes(name);
+    const QString shownName = screenText(name);
     lstPickedNS->insertItem(0, shownName);
     lstPickedNS->scrollToTop();
     const bool isFirst = Picks[color].empty();
@@ -199,7 +203,7 @@ void FrmClient::RebuildPicked() {
         }
         lstPicked->addItem(kCardColors[color].headingText());
         for (const std::string& name : readFields(Picks[color])) {
-            lstPicked->addItem(fromBytes(name));
+            lstPicked->addItem(screenText(name));
         }
         lstPicked->addItem(u" "_s);
     }
@@ -218,6 +222,7 @@ void FrmClient::chkSort_Click() {
     lstPickedNS->setVisible(!sorted);
     lstPicked->setVisible(sorted);
     fraColors->setVisible(sorted);
+    takeFocusAgain();
 }
 
 void FrmClient::fraColors_MouseDown(Qt::MouseButton button, int x, int y) {
@@ -242,7 +247,7 @@ void FrmClient::lstPicked_MouseDown() {
     if (row < 0 || !chkInfo->isChecked()) {
         return;
     }
-    placeCard();
+    placeCard(*lstPicked);
     const QString text = lstPicked->text(row);
     if (text != u" "_s && !text.startsWith(u"---"_s)) {
         showCard(text);

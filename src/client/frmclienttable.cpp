@@ -1,8 +1,9 @@
 // The draft client's table: seat lights, the rings of names, and the clocks of a Rochester draft.
 #include "client/cardlist.h"
-#include "client/elidedlabel.h"
 #include "client/frmclient.h"
+#include "platform/look.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
@@ -56,6 +57,19 @@ void FrmClient::addHistory(const QString& line) {
     lstHistory->addItem(line);
 }
 
+void FrmClient::callPlayer() {
+    if (!hasFocus_) {
+        QApplication::alert(this);
+        Q_EMIT playerCalled();
+    }
+}
+
+void FrmClient::takeFocusAgain() {
+    for (CardList* list : {lstPicked, lstPickedNS}) {
+        list->setFocusPolicy(Qt::StrongFocus);
+    }
+}
+
 int FrmClient::tick() const {
     return lblTick->text().right(2).toInt();
 }
@@ -88,9 +102,11 @@ void FrmClient::tmrReview_Timer() {
 
 void FrmClient::cmdOK_Click() {
     Send("RPOK~");
+    lstPack->setFocus();  // or the next control in the row would have it
     cmdOK->hide();
     lstPicked->hide();
     lstPickedNS->hide();
+    takeFocusAgain();
     hideCard();
 }
 

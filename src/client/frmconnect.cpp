@@ -56,7 +56,7 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
     setClientSizeTwips(kConnectWidth, kConnectHeight);
     txtName = addField(u"Name"_s, u"Name"_s, 0);
     txtName->setMaxLength(kMostNameLetters);
-    txtName->setValidator(new CodePageValidator(txtName));
+    acceptCodePageOnly(*txtName);
     txtIP = addField(u"IP"_s, u"IP"_s, 1);
     txtIP->setMaxLength(kMostAddressLetters);
     txtPort = addField(u"Port"_s, u"Port"_s, 2);
@@ -71,7 +71,7 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
     txtPort->setText(setting::clientPort.read(shell_.settings()));
     const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
     if (clipboard && clipboard->hasText()) {
-        txtIP->setText(clipboard->text());
+        txtIP->setText(clipboard->text().trimmed());  // before the box cuts it
         txtIP->selectAll();
     }
 }
@@ -125,7 +125,7 @@ void FrmConnect::cmdConnect_Click() {
     hide();
     client.present();
     // Last, since an address that is refused at once is told by a box over the client's window.
-    client.wskClient->connectToHost();
+    client.Connect();
 }
 
 bool FrmConnect::queryUnload(UnloadMode) {

@@ -13,6 +13,14 @@ QString fromBytes(std::string_view bytes) {
     return text;
 }
 
+QString screenText(std::string_view bytes) {
+    QString text = fromBytes(bytes);
+    std::replace_if(
+        text.begin(), text.end(),
+        [](QChar character) { return character.category() == QChar::Other_Control; }, u'?');
+    return text;
+}
+
 std::string toBytes(const QString& input) {
     const QString text = input.normalized(QString::NormalizationForm_C);
     std::string bytes;

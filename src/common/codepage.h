@@ -12,6 +12,10 @@ namespace packwise {
 // Every byte has a character; the five that the code page leaves open become control characters.
 QString fromBytes(std::string_view bytes);
 
+// fromBytes() for what others have written: control characters, which a window might obey, become
+// "?".
+QString screenText(std::string_view bytes);
+
 // Characters that the code page lacks become "?", one for each character.
 std::string toBytes(const QString& text);
 

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <limits>
+#include <utility>
 
 namespace packwise {
 
@@ -24,15 +25,16 @@ namespace {
 
 constexpr int kCardWidth = 3600;  // twips
 constexpr int kCardHeight = 4350;
-constexpr int kCallerGap = 240;  // between the caller's right edge and this window
 
 constexpr int kTextSize = 10;  // pixels
 constexpr int kStrengthSize = 16;
 
+const QString kTextRole = u"Rules text"_s;
+
 const CardRecord kNoRecord{"END", ".", "", "", "", "", ""};
 
 // The part of the screen that windows may use.
-QRect screenNearestTo(const QPoint& point) {
+QRect workAreaNearestTo(const QPoint& point) {
     QRect nearest;
     int least = std::numeric_limits<int>::max();
     for (const QScreen* screen : QGuiApplication::screens()) {
@@ -68,6 +70,7 @@ FrmCard::FrmCard(Shell&)
       lblRarity(new QLabel(this)) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);  // though it is never the active window
     setAccessibleName(u"Card"_s);
     QPalette paper = palette();
     paper.setColor(QPalette::Window, Qt::white);
@@ -128,10 +131,12 @@ void FrmCard::Card(const QString& name, const QStringList& sets) {
     show();
     raise();
     lblName->setText(u"Scanning..."_s);
+    tellMissing({});
     repaint();
     const std::filesystem::path folder = QDir::current().filesystemAbsolutePath();
     const std::string wanted = toBytes(name);
     QString before;
+    QStringList missing;
     for (const QString& set : sets) {
         const bool again = set == before;
         before = set;
@@ -139,15 +144,20 @@ void FrmCard::Card(const QString& name, const QStringList& sets) {
             continue;
         }
         // A file that cannot be opened does not hold the card.
-        const CardRecord record =
-            scanForCard(setFilePath(folder, toBytes(set), kCardFileExtension), wanted)
-                .value_or(kNoRecord);
+        const auto file = setFilePath(folder, toBytes(set), kCardFileExtension);
+        const std::optional<CardRecord> found = scanForCard(file, wanted);
+        if (!found) {
+            missing +=
+                file.has_extension() ? QString::fromStdU16String(file.filename().u16string()) : set;
+        }
+        const CardRecord record = found.value_or(kNoRecord);
         showRecord(name, record);
         repaint();
         if (record.name == wanted) {
             return;
         }
     }
+    tellMissing(missing);
 }
 
 void FrmCard::showRecord(const QString& name, const CardRecord& record) {
@@ -170,15 +180,41 @@ void FrmCard::showRecord(const QString& name, const CardRecord& record) {
     }
 }
 
-void FrmCard::placeAt(int left, int top) {
-    QRect place(QPoint(toPixels(left), toPixels(top)), size());
-    const QPoint onCaller = place.topLeft() - QPoint(toPixels(kCallerGap) + 10, -10);
-    const QRect space = screenNearestTo(onCaller);
-    place.moveRight(std::min(place.right(), space.right()));
-    place.moveBottom(std::min(place.bottom(), space.bottom()));
-    place.moveLeft(std::max(place.left(), space.left()));
-    place.moveTop(std::max(place.top(), space.top()));
-    move(place.topLeft());
+void FrmCard::tellMissing(const QStringList& files) {
+    const QString reason =
+        files.isEmpty() ? QString()
+                        : u"Not in the folder %1: %2"_s.arg(
+                              QDir::toNativeSeparators(QDir::currentPath()), files.join(u", "_s));
+    lblText->setToolTip(plainToolTip(reason));
+    lblText->setAccessibleDescription(reason.isEmpty() ? kTextRole : reason);
+}
+
+void FrmCard::placeAt(int left, int top, const QRect& caller, const QRect& list) {
+    const QRect area = workAreaNearestTo(caller.center());
+    const int gap = toPixels(left) - caller.right();
+    const QPoint beside[] = {{toPixels(left), toPixels(top)},
+                             {caller.left() - gap - width(), toPixels(top)},
+                             {caller.left(), caller.bottom() + 1},
+                             {caller.left(), caller.top() - height()}};
+    const auto covered = [](const QRect& place, const QRect& other) {
+        const QRect both = place & other;
+        return both.width() * both.height();
+    };
+    QPoint best;
+    std::pair<int, int> least{std::numeric_limits<int>::max(), 0};
+    for (const QPoint& corner : beside) {
+        QRect place(corner, size());
+        place.moveRight(std::min(place.right(), area.right()));
+        place.moveBottom(std::min(place.bottom(), area.bottom()));
+        place.moveLeft(std::max(place.left(), area.left()));
+        place.moveTop(std::max(place.top(), area.top()));
+        const std::pair covers{covered(place, list), covered(place, caller)};
+        if (covers < least) {
+            least = covers;
+            best = place.topLeft();
+        }
+    }
+    move(best);
 }
 
 // The labels let every press through to the window.

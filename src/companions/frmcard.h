@@ -29,9 +29,11 @@ public:
     QLabel* lblPT;
     QLabel* lblRarity;
 
-    // Places the window beside its caller, at `left` and `top` in twips, or as near to that as
-    // keeps all of it on the caller's screen.
-    void placeAt(int left, int top);
+    // Places the window at `left` and `top` in twips, to the right of its caller; at its left when
+    // that is off the caller's screen, and without room there either, where it covers as little as
+    // can be of `list`, in which the card was chosen. `caller` and `list` are on the desktop, in
+    // device-independent pixels.
+    void placeAt(int left, int top, const QRect& caller, const QRect& list);
 
     // Shows the card of that name (without colour code) from the first of the sets that holds it.
     // `sets` are display names in draft order; empty ones are passed over. The event loop does not
@@ -45,6 +47,8 @@ protected:
 
 private:
     void layOut();
+    // Sets that could not be looked through, by their files; empty for none.
+    void tellMissing(const QStringList& files);
     void showRecord(const QString& name, const CardRecord& record);
 };
 

@@ -130,6 +130,9 @@ void FrmInfo::hideEvent(QHideEvent* event) {
 }
 
 bool FrmInfo::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        return true;  // its first press has done what there is to do
+    }
     const bool isPress = event->type() == QEvent::MouseButtonPress;
     if (!isPress && event->type() != QEvent::MouseButtonRelease) {
         return Form::eventFilter(watched, event);

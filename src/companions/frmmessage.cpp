@@ -1,6 +1,7 @@
 #include "companions/frmmessage.h"
 
 #include "common/codepage.h"
+#include "common/codepagevalidator.h"
 #include "common/protocol.h"
 #include "common/settings.h"
 #include "companions/chatfold.h"
@@ -101,6 +102,7 @@ FrmMessage::FrmMessage(Shell& shell, ClientLink& client)
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
+    lstMessage->setTextElideMode(Qt::ElideNone);  // a line of full width is not too long
     chooseFonts();
     setMinimumSize(toPixels(kLeastWidth - kFrameWidth),
                    toPixels(kLeastHeight - kAboveAndFrame + kSendHeight));
@@ -118,10 +120,17 @@ void FrmMessage::chooseFonts() {
     QFont lines = largestFont(fixedPitchFont(kLargestFont, true), charWidth_, rowHeight_);
     const double natural = QFontMetricsF(lines).horizontalAdvance(u'0');
     lines.setStretch(std::clamp(static_cast<int>(100 * charWidth_ / natural), 100, kMostStretch));
-    const double advance = QFontMetricsF(lines).horizontalAdvance(u'0');
-    lines.setLetterSpacing(QFont::AbsoluteSpacing, charWidth_ - advance);
     lstMessage->setFont(lines);
     lstNames->setFont(largestFont(font(), rowHeight_, rowHeight_));
+}
+
+// Makes a character as wide as that, in device-independent pixels.
+void FrmMessage::spaceLetters(double width) {
+    QFont lines = lstMessage->font();
+    lines.setLetterSpacing(QFont::AbsoluteSpacing, 0);
+    const double advance = QFontMetricsF(lines).horizontalAdvance(u'0');
+    lines.setLetterSpacing(QFont::AbsoluteSpacing, width - advance);
+    lstMessage->setFont(lines);
 }
 
 void FrmMessage::Form_Load() {
@@ -167,7 +176,9 @@ void FrmMessage::Form_Resize() {
     lstNames->setGeometry(
         rectFromTwips(namesLeft, kSendHeight, widthTwips() - kFrameWidth - namesLeft, listHeight));
     maxLines = nearest((lstMessage->height() - takenOfHeight(*lstMessage)) / rowHeight_);
-    maxChars = nearest((lstMessage->width() - takenOfWidth(*lstMessage)) / charWidth_);
+    const double width = lstMessage->width() - takenOfWidth(*lstMessage);
+    maxChars = nearest(width / charWidth_);
+    spaceLetters(std::min(charWidth_, width / maxChars));
     while (lstMessage->count() > maxLines) {
         lstMessage->removeRow(0);
     }
@@ -180,40 +191,67 @@ void FrmMessage::resizeEvent(QResizeEvent* event) {
 }
 
 void FrmMessage::Receive(std::string_view message) {
+    showText(screenText(message));
+}
+
+void FrmMessage::showNote(const QString& note) {
+    showText(u"* "_s + note);
+}
+
+void FrmMessage::showText(const QString& text) {
     if (!loaded_) {
         Form_Load();
     }
     show();
-    for (const std::string& line : foldChat(message, maxChars)) {
-        addLine(line);
+    // One byte for each character, which need not be in the code page.
+    std::string shape(static_cast<std::size_t>(text.size()), 'x');
+    std::transform(text.begin(), text.end(), shape.begin(),
+                   [](QChar character) { return character == u' ' ? ' ' : 'x'; });
+    qsizetype at = 0;
+    for (const std::string& line : foldChat(shape, maxChars)) {
+        const auto length = static_cast<qsizetype>(line.size());
+        addLine(text.mid(at, length));
+        at += length;
     }
     lstMessage->scrollToBottom();
 }
 
-void FrmMessage::addLine(std::string_view line) {
+void FrmMessage::addLine(const QString& line) {
     if (lstMessage->count() >= maxLines) {
         lstMessage->removeRow(0);
     }
-    lstMessage->addItem(fromBytes(line));
+    lstMessage->addItem(line);
     lstMessage->item(lstMessage->count() - 1)->setSizeHint(QSize(1, rowHeight_));
 }
 
 bool FrmMessage::eventFilter(QObject* watched, QEvent* event) {
     if (watched == txtSend && event->type() == QEvent::KeyPress) {
         const auto* press = static_cast<QKeyEvent*>(event);
-        Form_KeyPress(press->key());
-        if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
+        if (takeKey(*press)) {
             return true;
         }
         // A character that the wire cannot carry is not taken; whole input is left to the box.
-        return press->text().size() == 1 && !fitsCodePage(press->text());
+        const bool refused = press->text().size() == 1 && !fitsCodePage(press->text());
+        if (refused) {
+            tellOutsideCodePage(*txtSend);
+        }
+        return refused;
     }
     return Form::eventFilter(watched, event);
 }
 
 void FrmMessage::keyPressEvent(QKeyEvent* event) {
-    Form_KeyPress(event->key());
+    takeKey(*event);
     Form::keyPressEvent(event);
+}
+
+// True for Enter. One that is held down sends its line once.
+bool FrmMessage::takeKey(const QKeyEvent& press) {
+    const bool enter = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter;
+    if (!enter || !press.isAutoRepeat()) {
+        Form_KeyPress(press.key());
+    }
+    return enter;
 }
 
 void FrmMessage::Form_KeyPress(int key) {
@@ -228,9 +266,13 @@ void FrmMessage::removeLineBreaks() {
     QString line = text;
     line.remove(u'\r').remove(u'\n');
     if (line.size() != text.size()) {
+        const QString before = text.left(txtSend->textCursor().position());
+        const auto place = before.size() - before.count(u'\r') - before.count(u'\n');
         const QSignalBlocker still(txtSend);
         txtSend->setPlainText(line);
-        txtSend->moveCursor(QTextCursor::End);
+        QTextCursor cursor = txtSend->textCursor();
+        cursor.setPosition(static_cast<int>(place));
+        txtSend->setTextCursor(cursor);
     }
 }
 

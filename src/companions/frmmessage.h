@@ -30,6 +30,9 @@ public:
     // Shows the window and a line, folded. `message` is the body of a MESG, in bytes.
     void Receive(std::string_view message);
 
+    // Shows the window and a line of this program's own, which goes to nobody: a "*", then `note`.
+    void showNote(const QString& note);
+
     // A key pressed anywhere in the window, as a Qt::Key. Enter sends what is in txtSend.
     void Form_KeyPress(int key);
     void Form_Resize();
@@ -43,8 +46,11 @@ protected:
 private:
     void Form_Load();
     void chooseFonts();
+    void spaceLetters(double width);
     void forgetLines();
-    void addLine(std::string_view line);
+    void showText(const QString& text);
+    void addLine(const QString& line);
+    bool takeKey(const QKeyEvent& press);
     void fitIntoScreen();
     void removeLineBreaks();
     void send();

@@ -18,6 +18,9 @@ public:
     // Shows a card's details at that place, in twips. `sets` are the draft's six set names.
     virtual void showCard(const QString& name, const QStringList& sets, int left, int top) = 0;
     virtual void hideCard() = 0;
+
+    // Tells the player where the deck lies.
+    virtual void deckSaved(const QString& path) = 0;
 };
 
 }  // namespace packwise

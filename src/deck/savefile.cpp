@@ -73,6 +73,7 @@ void FrmDeckBuild::SaveFile() {
     lstSB->clear();
     link_.send("CODE" + std::to_string(file.code) + "~");
     hide();
+    link_.deckSaved(save_->SaveName());
 }
 
 }  // namespace packwise

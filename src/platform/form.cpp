@@ -156,6 +156,7 @@ void Form::restorePlace(const QString& stored) {
     }
     storedPlace_ = stored;
     restoredTo_ = pos();
+    wasShown_ = isVisible();
 }
 
 QString Form::place() const {
@@ -187,6 +188,18 @@ void Form::findPlace() {
     }
     move(freePlace(room_.expandedTo(size()) + kFrameAllowance, taken,
                    screen()->availableGeometry()));
+}
+
+void Form::moveIntoWorkArea() {
+    // Without a window manager's frame yet, the usual one.
+    const QSize frame = frameGeometry().size() - size();
+    const QSize outer = size() + (frame.isEmpty() ? kFrameAllowance : frame);
+    const QRect area = screen()->availableGeometry();
+    const auto inside = [](int at, int length, int first, int room) {
+        return std::max(std::min(at, first + room - length), first);
+    };
+    move(inside(x(), outer.width(), area.x(), area.width()),
+         inside(y(), outer.height(), area.y(), area.height()));
 }
 
 void Form::present() {

@@ -43,11 +43,14 @@ public:
     // The place as restorePlace() takes it. A window that has been neither shown nor moved gives
     // back what was stored, to the letter.
     QString place() const;
-    // Whether the window has been on the screen in this run.
+    // Whether the window has been on the screen since it took its stored place.
     bool wasShown() const { return wasShown_; }
 
     // The size in twips to which the window will grow, for finding it a place.
     void setRoomTwips(int width, int height);
+
+    // Moves the window, wholly if it has room, into the part of its screen that windows may use.
+    void moveIntoWorkArea();
 
     // A window whose place was never stored appears where it covers no other window.
     void setVisible(bool visible) override;

@@ -1,5 +1,7 @@
 #include "platform/listbox.h"
 
+#include "platform/look.h"
+
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -84,7 +86,7 @@ bool ListBox::viewportEvent(QEvent* event) {
         const auto* help = static_cast<QHelpEvent*>(event);
         const QListWidgetItem* row = itemAt(help->pos());
         if (row && sizeHintForIndex(indexFromItem(row)).width() > viewport()->width()) {
-            QToolTip::showText(help->globalPos(), row->text().trimmed().toHtmlEscaped(), this);
+            QToolTip::showText(help->globalPos(), plainToolTip(row->text().trimmed()), this);
             return true;
         }
     }

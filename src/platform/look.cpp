@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QTextDocument>
 #include <QWidget>
 
 namespace packwise {
@@ -12,7 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kLongestTip = 200;  // characters
+constexpr int kLongestTip = 400;  // characters
+constexpr int kLongestTipLine = 60;
 
 QPalette lightPalette() {
     QPalette colors;
@@ -80,12 +82,17 @@ void placeControls(std::span<const ControlRow> rows) {
     }
 }
 
-QString tipForCut(const QString& caption, const QWidget& control, int width) {
-    if (control.fontMetrics().horizontalAdvance(caption) <= width) {
-        return {};
+QString plainToolTip(const QString& text) {
+    if (text.size() <= kLongestTipLine && !Qt::mightBeRichText(text)) {
+        return text;
     }
     // Rich text is wrapped.
-    return u"<span>"_s + caption.left(kLongestTip).toHtmlEscaped() + u"</span>"_s;
+    return u"<span>"_s + text.left(kLongestTip).toHtmlEscaped() + u"</span>"_s;
+}
+
+QString tipForCut(const QString& caption, const QWidget& control, int width) {
+    return control.fontMetrics().horizontalAdvance(caption) <= width ? QString()
+                                                                     : plainToolTip(caption);
 }
 
 }  // namespace packwise

@@ -35,8 +35,12 @@ struct ControlRow {
 
 void placeControls(std::span<const ControlRow> rows);
 
-// The tool tip of a caption that the control cuts: its start, wrapped. Empty for one that fits into
-// the width, in device-independent pixels.
+// A tool tip that shows a text as it stands, whatever tags it seems to hold: its start, wrapped
+// when it is long.
+QString plainToolTip(const QString& text);
+
+// plainToolTip() of a caption that the control cuts. Empty for one that fits into the width, in
+// device-independent pixels.
 QString tipForCut(const QString& caption, const QWidget& control, int width);
 
 }  // namespace packwise

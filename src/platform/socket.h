@@ -53,7 +53,9 @@ public:
     // when it is gone already.
     void accept(ConnectionRequest& request);
 
+    QString remoteHost() const { return remoteHost_; }
     void setRemoteHost(const QString& host) { remoteHost_ = host; }
+    quint16 remotePort() const { return remotePort_; }
     void setRemotePort(quint16 port) { remotePort_ = port; }
     // Begins to connect to remoteHost and remotePort.
     void connectToHost();

@@ -72,7 +72,7 @@ void FrmServer::onName(int num, std::string_view body) {
         return;
     }
     const std::string name(body.substr(0, kMostNameBytes));
-    const QString shown = fromBytes(name);
+    const QString shown = screenText(name);
     if (lstNames->texts().contains(shown)) {
         Disconnect(num);
         Broadcast("MESGKicking duplicate " + name + kTerminator);

@@ -54,7 +54,7 @@ QLineEdit* makeTextBox(QWidget* parent, const QString& name, const QString& spok
     nameControl(*box, name, spoken);
     box->setMaxLength(length);
     box->setFont(fixedPitchFont());
-    box->setValidator(new CodePageValidator(box));
+    acceptCodePageOnly(*box);
     return box;
 }
 

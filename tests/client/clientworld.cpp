@@ -21,14 +21,14 @@ ClientWorld::ClientWorld()
 void ClientWorld::join(int number) {
     constexpr int kAnHour = 3600 * 1000;
     FrmClient& client = frmClient();
-    for (QTimer* clock : {client.tmrMisc, client.tmrClose, client.tmrRoch, client.tmrReview}) {
+    for (QTimer* clock : client.findChildren<QTimer*>()) {
         clock->setInterval(kAnHour);
     }
     client.show();
     client.clientName = u"Ann"_s;
     client.wskClient->setRemoteHost(u"127.0.0.1"_s);
     client.wskClient->setRemotePort(listener.serverPort());
-    client.wskClient->connectToHost();
+    client.Connect();
     ASSERT_TRUE(server.acceptFrom(listener));
     server.say("HELO" + std::to_string(number) + "~");
     ASSERT_TRUE(server.hears("VERS1.41~NAMEAnn~"));

@@ -71,6 +71,7 @@ private:
     void closeConnection() override {}
     void showCard(const QString&, const QStringList&, int, int) override {}
     void hideCard() override {}
+    void deckSaved(const QString&) override {}
 };
 
 }  // namespace packwise

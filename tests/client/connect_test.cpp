@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QToolTip>
 
 namespace packwise {
 namespace {
@@ -13,13 +14,14 @@ TEST(FrmConnect, RestoresNameAndPortAndOffersTheClipboardAsAddress) {
     ClientWorld world;
     setting::clientName.write(world.shell.settings(), u"Fox"_s);
     setting::clientPort.write(world.shell.settings(), u"6001"_s);
-    QGuiApplication::clipboard()->setText(u"10.1.2.3"_s);
+    QGuiApplication::clipboard()->setText(u" 192.168.100.100"_s);
     FrmConnect& dialog = world.frmConnect();
     EXPECT_EQ(dialog.txtName->text(), u"Fox"_s);
     EXPECT_EQ(dialog.txtPort->text(), u"6001"_s);
-    EXPECT_EQ(dialog.txtIP->selectedText(), u"10.1.2.3"_s);
+    EXPECT_EQ(dialog.txtIP->selectedText(), u"192.168.100.100"_s);
     QTest::keyClicks(dialog.txtName, u"es"_s);
     QTest::sendKeyEvent(QTest::Click, dialog.txtName, Qt::Key_unknown, u"\u0142"_s, {});
+    EXPECT_TRUE(QToolTip::text().contains(u"can be sent"_s));
     QTest::keyClicks(dialog.txtName, u" and many more"_s);
     EXPECT_EQ(dialog.txtName->text(), u"Foxes and ma"_s);
 }

@@ -1,5 +1,8 @@
 #include "client/clientworld.h"
 
+#include <QLineF>
+#include <QSignalSpy>
+
 #include <algorithm>
 
 namespace packwise {
@@ -23,7 +26,7 @@ TEST(ClientDispatch, KeepsTheRoster) {
     EXPECT_EQ(info.lstCode->text(3), u"-17"_s);
     EXPECT_EQ(info.lstCode->text(0), u"2147483647"_s);
 
-    // One player is left; a second DROP counts down all the same, and a NAME counts anew.
+    // A DROP for a place that held no player changes nothing.
     const auto redSeats = [&] {
         FrmClient& client = world.frmClient();
         for (Shape* seat : client.shaSeat) {
@@ -34,7 +37,7 @@ TEST(ClientDispatch, KeepsTheRoster) {
     };
     EXPECT_EQ(redSeats(), 1);
     world.tell("DROP3~DROP3~");
-    EXPECT_EQ(redSeats(), 0);
+    EXPECT_EQ(redSeats(), 1);
     world.tell("NAME5Eve~");
     EXPECT_EQ(redSeats(), 2);
 }
@@ -79,6 +82,46 @@ TEST(ClientDispatch, SeatsTheTableAndTakesItsDraftSize) {
     EXPECT_TRUE(world.frmDeckBuild.isVisible() && world.frmSecurity.isVisible());
     EXPECT_FALSE(client.isVisible());
     EXPECT_EQ(client.wskClient->state(), Socket::Connected);
+}
+
+TEST(ClientDispatch, RunsBothRingsClockwise) {
+    ClientWorld world;
+    const FrmClient& client = world.frmClient();
+    const auto widgets = [](const auto& ring) {
+        return std::vector<QWidget*>(ring.begin(), ring.end());
+    };
+    for (const auto& ring : {widgets(client.shaSeat), widgets(client.lblNameB),
+                             widgets(client.lblNameR), widgets(client.txtLastPick)}) {
+        QRectF around;
+        for (const QWidget* place : ring) {
+            around |= place->geometry();
+        }
+        double turn = 0;
+        for (std::size_t place = 0; place < ring.size(); ++place) {
+            const QLineF here(around.center(), QRectF(ring[place]->geometry()).center());
+            const QLineF next(around.center(), QRectF(ring[(place + 1) % 8]->geometry()).center());
+            const double step = next.angleTo(here);
+            EXPECT_GT(step, 0) << ring[place]->objectName().toStdString();
+            turn += step;
+        }
+        EXPECT_NEAR(turn, 360, 0.1) << ring.front()->objectName().toStdString();
+    }
+}
+
+TEST(ClientDispatch, CallsAPlayerWhoLooksElsewhere) {
+    ClientWorld world;
+    world.start("R05");
+    const QSignalSpy called(&world.frmClient(), &FrmClient::playerCalled);
+    const std::pair<const char*, int> cases[] = {{"BOOSUOne|~", 1}, {"TURN1~", 0}, {"TURN3~", 1}};
+    for (const auto& [message, calls] : cases) {
+        world.frmClient->Form_GotFocus();
+        const auto before = called.size();
+        world.tell(message);
+        EXPECT_EQ(called.size(), before) << message;
+        world.frmClient->Form_LostFocus();
+        world.tell(message);
+        EXPECT_EQ(called.size() - before, calls) << message;
+    }
 }
 
 }  // namespace

@@ -34,6 +34,21 @@ TEST(ClientKeyboard, DraftsWithoutAMouse) {
     QTest::keyClick(&client, Qt::Key_D, Qt::AltModifier);
     EXPECT_TRUE(world.server.hears("CARDRFour~BPCK~"));
 
+    // The focus of what goes away is not left to a control that the next key would change.
+    world.tell("BOOSRFive|~");
+    client.lstPack->setCurrentRow(0);
+    client.cmdDraft->setFocus();
+    QTest::keyClick(client.cmdDraft, Qt::Key_Space);
+    EXPECT_TRUE(world.server.hears("CARDRFive~BPCK~"));
+    EXPECT_TRUE(client.lstPack->hasFocus());
+    world.tell("RPAU~");
+    EXPECT_EQ(client.lstPickedNS->focusPolicy(), Qt::NoFocus) << "it is covered";
+    client.cmdOK->setFocus();
+    QTest::keyClick(client.cmdOK, Qt::Key_Space);
+    EXPECT_TRUE(world.server.hears("RPOK~"));
+    EXPECT_TRUE(client.lstPack->hasFocus());
+    client.lstPicked->show();
+
     client.fraColors->setFocus();
     QTest::keyClick(client.fraColors, Qt::Key_Space);
     EXPECT_EQ(client.lstPicked->text(0), u"---RED---"_s);
@@ -44,7 +59,7 @@ TEST(ClientKeyboard, DraftsWithoutAMouse) {
         QTest::keyClick(client.fraColors, Qt::Key_Right);
     }
     QTest::keyClick(client.fraColors, Qt::Key_Space);
-    EXPECT_EQ(client.lstPicked->count(), 6);
+    EXPECT_EQ(client.lstPicked->count(), 7);
 
     const QWidget* order[] = {client.chkInfo, client.lstPack, client.lstPicked, client.chkSort};
     for (const QWidget* next : order) {

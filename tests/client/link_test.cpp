@@ -80,19 +80,41 @@ TEST(ClientLink, IsClosedByTheServersWord) {
     EXPECT_FALSE(world.shell.ended());
 }
 
-TEST(ClientLink, IsLostWhenTheServerLeavesOrFloods) {
+void fallSilent(ClientWorld& world) {
+    FrmClient& client = world.frmClient();
+    const auto tick = [&] {
+        for (int second = 0; second < 34; ++second) {
+            client.tmrSilence_Timer();
+        }
+        EXPECT_EQ(client.wskClient->state(), Socket::Connected);
+    };
+    tick();
+    world.tell("~");
+    tick();
+    client.tmrSilence_Timer();
+}
+
+TEST(ClientLink, IsLostWhenTheServerLeavesOrFloodsOrFallsSilent) {
     struct Case {
         const char* how;
+        bool over;  // the deck builder is open
         std::function<void(ClientWorld&)> lose;
     };
+    const auto close = [](ClientWorld& world) { world.server.close(); };
     const Case cases[] = {
-        {"closes", [](ClientWorld& world) { world.server.close(); }},
-        {"floods", [](ClientWorld& world) { world.server.say(std::string(70000, 'x')); }},
+        {"closes", false, close},
+        {"floods", false, [](ClientWorld& world) { world.server.say(std::string(70000, 'x')); }},
+        {"falls silent", false, fallSilent},
+        {"closes after the draft", true, close},
+        {"falls silent after the draft", true, fallSilent},
+        {"fails after the draft", true,
+         [](ClientWorld& world) { world.frmClient->wskClient_Error(); }},
     };
     for (const Case& c : cases) {
         ClientWorld world;
         world.join();
-        world.tell("MESGhello~NAME0Ann~");
+        world.tell("MESGhello~MESG<Bob> hi~NAME0Ann~STATServer is full~");
+        world.tell(c.over ? "OVER~" : "");
         c.lose(world);
         FrmClient& client = world.frmClient();
         EXPECT_TRUE(QTest::qWaitFor([&] { return client.wskClient->state() == Socket::Closed; }))
@@ -100,8 +122,10 @@ TEST(ClientLink, IsLostWhenTheServerLeavesOrFloods) {
         EXPECT_EQ(client.lblStatus->text(), u"Server disconnect."_s) << c.how;
         EXPECT_EQ(client.shaLight->fillColor(), shade::red) << c.how;
         EXPECT_FALSE(world.frmMessage.isVisible()) << c.how;
-        EXPECT_TRUE(client.isVisible()) << c.how;
+        EXPECT_EQ(client.isVisible(), !c.over) << c.how;
+        EXPECT_EQ(world.frmDeckBuild.isVisible(), c.over) << c.how;
         EXPECT_FALSE(world.shell.ended()) << c.how;
+        EXPECT_EQ(client.lblStatus->toolTip(), u"The server said last: Server is full / hello"_s);
     }
 }
 
@@ -109,11 +133,13 @@ TEST(ClientLink, EndsTheProgramOnASocketError) {
     ClientWorld world;
     const quint16 port = world.listener.serverPort();
     world.listener.close();
-    world.shell.script.expect(u"Connection error!"_s);
+    const QString place = u"127.0.0.1, port %1"_s.arg(port);
+    world.shell.script.expect(u"Connection error!\n\nServer: "_s + place);
     world.frmClient->show();
     world.frmClient->wskClient->setRemoteHost(u"127.0.0.1"_s);
     world.frmClient->wskClient->setRemotePort(port);
-    world.frmClient->wskClient->connectToHost();
+    world.frmClient->Connect();
+    EXPECT_TRUE(world.frmClient->lblStatus->toolTip().contains(place));
     EXPECT_TRUE(QTest::qWaitFor([&] { return world.shell.ended(); }));
     EXPECT_EQ(world.shell.script.last().title, u"Packwise 1.41"_s);
     EXPECT_EQ(world.shell.script.last().icon, BoxIcon::None);
@@ -150,14 +176,75 @@ TEST(ClientLink, AsksBeforeTheUserLeavesALink) {
     }
 }
 
-TEST(ClientLink, StaysInTheDeckBuilderWhenTheDraftEndsBehindTheQuestion) {
+TEST(ClientLink, StaysInTheDeckBuilderWhenTheDraftEndsWhileOneLeaves) {
+    for (const bool behindTheQuestion : {true, false}) {
+        ClientWorld world;
+        world.start("B");
+        world.shell.script.expect(u"Are you sure?"_s, true, [&] {
+            if (behindTheQuestion) {
+                world.tell("OVER~");
+            }
+        });
+        world.frmClient->closeByUser();
+        if (!behindTheQuestion) {
+            EXPECT_TRUE(world.server.hears("DROP~"));
+            world.tell("OVER~");
+        }
+        EXPECT_FALSE(world.frmClient->tmrClose->isActive());
+        EXPECT_TRUE(world.frmDeckBuild.isVisible());
+        EXPECT_EQ(world.server.rest(), "");
+    }
+}
+
+TEST(ClientLink, TellsWhyTheDraftWasStoppedAndWhatToDoAfterIt) {
+    const std::pair<const char*, QString> cases[] = {
+        {"CLOS~", u"The draft was stopped. Last word of the server: Bob disconnected"_s},
+        {"OVER~", u"The draft is over. Build a deck of at least 40 cards, then press Save As."_s}};
+    for (const auto& [end, note] : cases) {
+        ClientWorld world;
+        world.start("B");
+        world.tell("MESGBob disconnected~");
+        world.server.say(end);
+        const ListBox& chat = *world.frmMessage->lstMessage;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return chat.count() > 1; }));
+        EXPECT_EQ(chat.texts().join(QString()), QString(u"Bob disconnected* "_s + note));
+    }
+}
+
+TEST(ClientLink, EveryClockTicksByItself) {
+    const auto begin = [](ClientWorld& world) {
+        const FrmClient& client = world.frmClient();
+        const std::tuple<QTimer*, int, bool> clocks[] = {{client.tmrMisc, 1000, true},
+                                                         {client.tmrSilence, 1000, true},
+                                                         {client.tmrClose, 500, false},
+                                                         {client.tmrRoch, 1000, false},
+                                                         {client.tmrReview, 1000, false}};
+        for (const auto& [clock, interval, running] : clocks) {
+            EXPECT_EQ(clock->interval(), interval) << clock->objectName().toStdString();
+            EXPECT_EQ(clock->isActive(), running) << clock->objectName().toStdString();
+        }
+        world.start("R12");
+    };
     ClientWorld world;
-    world.start("B");
-    world.shell.script.expect(u"Are you sure?"_s, true, [&] { world.tell("OVER~"); });
-    world.frmClient->closeByUser();
-    EXPECT_FALSE(world.frmClient->tmrClose->isActive());
-    EXPECT_TRUE(world.frmDeckBuild.isVisible());
-    EXPECT_EQ(world.server.rest(), "");
+    begin(world);
+    FrmClient& client = world.frmClient();
+    client.tmrReview->setInterval(1);
+    world.server.say("BOOSUOne|~REVW~");
+    EXPECT_TRUE(world.server.hears("RROK~"));
+    client.tmrRoch->setInterval(1);
+    world.server.say("TURN3~");
+    EXPECT_TRUE(world.server.hears("CARDUOne~RAND~RPCK0~"));
+    client.tmrMisc->setInterval(1);
+    EXPECT_TRUE(world.server.hears("PING~"));
+    client.tmrClose->setInterval(1);
+    world.shell.script.expect(u"Are you sure?"_s);
+    client.closeByUser();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return world.shell.ended(); }));
+
+    ClientWorld silent;
+    begin(silent);
+    silent.frmClient->tmrSilence->setInterval(1);
+    EXPECT_TRUE(silent.server.waitClosed());
 }
 
 TEST(ClientLink, ClosesAtOnceWithoutALink) {

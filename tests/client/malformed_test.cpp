@@ -1,4 +1,10 @@
 #include "client/clientworld.h"
+#include "client/elidedlabel.h"
+
+#include <QApplication>
+#include <QTextDocument>
+
+#include <algorithm>
 
 namespace packwise {
 namespace {
@@ -101,6 +107,47 @@ TEST(ClientDispatch, IgnoresBodiesThatAreNotAsTheyShouldBe) {
             ASSERT_EQ(world.everything(), before) << command;
         }
     }
+}
+
+TEST(ClientDispatch, ShowsWhatOthersWriteAsPlainText) {
+    const std::string evil = "<b>x</b>&lt;i>\x01\x07\x1b[2J\x9d\x7f";
+    ClientWorld world;
+    world.join();
+    std::string sets;
+    for (int pack = 0; pack < 6; ++pack) {
+        sets += evil + '|';
+    }
+    world.tell("NAME0" + evil + "~NAME1" + evil + "~ADDR1" + evil + "~SEAT00~SEAT11~PAKS" + sets +
+               "~INFOR0~MESG" + evil + "~ROUN" + evil + "~BOOSU" + evil + "|BOther|~STAT" + evil +
+               "~");
+    FrmClient& client = world.frmClient();
+    client.lstPack->setCurrentRow(0);
+    client.lstPack_MouseDown();  // the card's text, and why there is none
+    world.tell("TURN1~RPCK00~REVW~");
+    world.server.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return client.wskClient->state() == Socket::Closed; }));
+
+    int shown = 0;
+    for (const QWidget* widget : QApplication::allWidgets()) {
+        QStringList texts{widget->toolTip(), widget->property("text").toString(),
+                          widget->accessibleName(), widget->accessibleDescription()};
+        if (const auto* list = qobject_cast<const ListBox*>(widget)) {
+            texts += list->texts();
+        }
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const bool richLabel =
+            label && label->textFormat() != Qt::PlainText && Qt::mightBeRichText(label->text());
+        const bool richTip =
+            !qobject_cast<const ElidedLabel*>(widget) && widget->toolTip().contains(u"<b>"_s);
+        EXPECT_FALSE(richLabel || richTip) << widget->objectName().toStdString();
+        for (const QString& text : texts) {
+            shown += text.contains(u"x</b>"_s) ? 1 : 0;
+            EXPECT_FALSE(std::ranges::any_of(text, [](QChar letter) {
+                return letter.category() == QChar::Other_Control && letter != u'\n';
+            })) << widget->objectName().toStdString();
+        }
+    }
+    EXPECT_GT(shown, 15);
 }
 
 TEST(ClientDispatch, TakesAnyCommandAtAnyTime) {

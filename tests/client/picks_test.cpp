@@ -1,6 +1,8 @@
 #include "client/clientworld.h"
 #include "common/settings.h"
 
+#include <QAccessible>
+
 #include <algorithm>
 #include <random>
 
@@ -10,11 +12,19 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 
 constexpr const char* kLetters = "BUGRWAML";
+constexpr QRgb kDotColors[] = {0x000000, 0x0000FF, 0x00FF00, 0xFF0000,
+                               0xFFFFFF, 0xAA6C00, 0xFFFF00, 0xD0C0C0};
 
 void doubleClickRow(CardList& list, int row) {
     const QPoint at = list.visualItemRect(list.item(row)).center();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
+}
+
+// What a screen reader does with a check box.
+void toggle(QCheckBox* box) {
+    QAccessible::queryAccessibleInterface(box)->actionInterface()->doAction(
+        QAccessibleActionInterface::toggleAction());
 }
 
 void pressBar(FrmClient& client, int color, Qt::MouseButton button = Qt::LeftButton) {
@@ -145,7 +155,7 @@ TEST(ClientPicks, SwitchesColoursByTheirBars) {
     QTest::mouseClick(client.fraColors, Qt::LeftButton, {}, {3, 4});
     EXPECT_EQ(client.lstPicked->texts(), bat + lake);
 
-    QTest::mouseClick(client.chkSort, Qt::LeftButton);
+    toggle(client.chkSort);
     EXPECT_TRUE(client.lstPicked->isHidden() && client.fraColors->isHidden());
     EXPECT_TRUE(client.lstPickedNS->isVisible());
     QTest::mouseClick(client.chkSort, Qt::LeftButton);
@@ -164,8 +174,15 @@ TEST(ClientPicks, ShowsCardsBesideTheWindowWhileInfoIsChecked) {
                           list->visualItemRect(list->item(row)).center());
     };
     press(client.lstPack, 0);
-    EXPECT_TRUE(world.frmCard.isVisible());
     EXPECT_EQ(world.frmCard->lblName->text(), u"Newt"_s);
+    EXPECT_EQ(world.frmCard->pos(), client.pos() + QPoint((5865 + 240) / 15, 0));
+    world.frmCard->hide();
+    // Where it would cover the window it goes to the other side.
+    client.move(400, 40);
+    press(client.lstPack, 0);
+    EXPECT_TRUE(world.frmCard.isVisible());
+    EXPECT_LT(world.frmCard->geometry().right(), client.x());
+    EXPECT_EQ(world.frmCard->y(), client.y());
     world.frmCard->hide();
     press(client.lstPicked, 0);  // a heading
     press(client.lstPicked, 2);  // a blank row
@@ -174,7 +191,8 @@ TEST(ClientPicks, ShowsCardsBesideTheWindowWhileInfoIsChecked) {
     EXPECT_EQ(world.frmCard->lblName->text(), u"Urn"_s);
     EXPECT_TRUE(world.frmCard.isVisible());
 
-    QTest::mouseClick(client.chkInfo, Qt::LeftButton);
+    EXPECT_TRUE(world.shell.settings().readAll(u"Client"_s).isEmpty());
+    toggle(client.chkInfo);
     EXPECT_FALSE(world.frmCard.isVisible());
     EXPECT_EQ(setting::showInfo.read(world.shell.settings()), u"0"_s);
     press(client.lstPack, 0);
@@ -199,6 +217,7 @@ TEST(ClientPicks, KeepsEveryRowOfAFullPackBesideItsDot) {
         const int middle = list.viewport()->mapTo(list.parentWidget(), shown.center()).y();
         const Shape& dot = *client.shaDot[static_cast<std::size_t>(row)];
         EXPECT_NEAR(dot.geometry().center().y(), middle, 1) << row;
+        EXPECT_EQ(dot.fillColor(), QColor(kDotColors[row % 8])) << row;
     }
 }
 

@@ -93,6 +93,13 @@ TEST_F(CardPopup, ShowsTheFirstSetThatHoldsTheCard) {
         EXPECT_EQ(window.lblText->text(), one.text) << where;
         EXPECT_EQ(window.lblRarity->text(), one.rarity) << where;
     }
+    window.Card(u"Night"_s, {u"Nowhere"_s, u"Torn"_s});
+    const QString why = window.lblText->accessibleDescription();
+    EXPECT_TRUE(why.contains(u"Nowhere.pw"_s) && why.contains(folder.path()));
+    EXPECT_FALSE(why.contains(u"Torn"_s));
+    EXPECT_TRUE(window.lblText->toolTip().contains(why));
+    window.Card(u"Night"_s, {u"Nowhere"_s, u"Ice Age"_s});
+    EXPECT_EQ(window.lblText->toolTip(), QString());
     EXPECT_EQ(window.lblCost->text(), u"1B"_s);
     EXPECT_EQ(window.lblType->text(), u"Creature"_s);
     EXPECT_EQ(window.lblPT->text(), u"2/2"_s);
@@ -110,11 +117,27 @@ TEST_F(CardPopup, APressAnywhereClosesIt) {
     }
 }
 
-TEST_F(CardPopup, IsMovedIntoView) {
+TEST_F(CardPopup, StandsBesideItsCallerOnTheScreen) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    for (const QPoint place : {screen.topRight(), screen.bottomLeft(), QPoint(-5000, 5000)}) {
-        window.placeAt(place.x() * 15, place.y() * 15);
-        EXPECT_TRUE(screen.contains(window.geometry())) << place.x() << ' ' << place.y();
+    const int right = screen.right();
+    struct Case {
+        QRect caller, list;
+        bool coversCaller;
+    };
+    const Case cases[] = {
+        {{10, 10, 300, 300}, {20, 20, 100, 100}, false},
+        {{right - 300, 10, 300, 300}, {right - 290, 20, 100, 100}, false},
+        {{right - 300, screen.bottom() - 20, 300, 300}, {right - 290, 20, 100, 100}, false},
+        {{-5000, 5000, 300, 300}, {-5000, 5000, 100, 100}, false},
+        {{10, 300, screen.width() - 20, 300}, {20, 310, 100, 100}, false},  // room above it alone
+        {screen, {20, 20, screen.width() / 2, screen.height()}, true},
+        {screen, {screen.width() / 2, 20, screen.width() / 2, screen.height()}, true}};
+    for (const Case& c : cases) {
+        window.placeAt((c.caller.right() + 16) * 15, c.caller.top() * 15, c.caller, c.list);
+        const std::string where = std::to_string(c.caller.x()) + ' ' + std::to_string(c.list.x());
+        EXPECT_TRUE(screen.contains(window.geometry())) << where;
+        EXPECT_FALSE(window.geometry().intersects(c.list)) << where;
+        EXPECT_EQ(window.geometry().intersects(c.caller), c.coversCaller) << where;
     }
 }
 

@@ -3,10 +3,12 @@
 #include "companions/frmmessage.h"
 #include "support/fakeshell.h"
 
+#include <QClipboard>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QStyle>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -57,8 +59,6 @@ TEST_F(Chat, SmallestWindowHoldsEightLinesOfThirtyTwoCharacters) {
     EXPECT_TRUE(view.contains(last.bottomLeft()));
     EXPECT_TRUE(
         view.contains(window.lstMessage->visualItemRect(window.lstMessage->item(0)).topLeft()));
-    EXPECT_LE(QFontMetricsF(window.lstMessage->font()).horizontalAdvance(QString(32, u'W')),
-              view.width());
     EXPECT_GE(window.lstNames->viewport()->height(),
               window.lstNames->visualItemRect(window.lstNames->item(7)).bottom());
 }
@@ -75,6 +75,19 @@ TEST_F(Chat, FoldsAtTheWidthAndPushesOutTheOldest) {
                                      std::string(32, 'd'), ""));
     window.Receive("caf\xE9");
     EXPECT_EQ(lines().back(), "caf\xC3\xA9");
+}
+
+TEST_F(Chat, ALineOfTheFullWidthIsSeenToItsEnd) {
+    const ListBox& list = *window.lstMessage;
+    EXPECT_EQ(list.textElideMode(), Qt::ElideNone);
+    for (int wider = 0; wider < 100; ++wider) {
+        window.setSizeTwips(5895 + wider * 15, 2385);
+        window.Form_Resize();
+        const double line =
+            QFontMetricsF(list.font()).horizontalAdvance(QString(window.maxChars, u'W'));
+        const int margin = list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list);
+        EXPECT_LE(line, list.viewport()->width() - 2 * (margin + 1)) << wider;
+    }
 }
 
 TEST_F(Chat, ResizingChangesWhatFits) {
@@ -116,6 +129,15 @@ TEST_F(Chat, EnterSendsTheLineWithTheSpeaker) {
         QTest::sendKeyEvent(QTest::Click, window.txtSend, Qt::Key_unknown, key, Qt::NoModifier);
     }
     EXPECT_EQ(window.txtSend->toPlainText(), u"ab"_s);
+    window.txtSend->moveCursor(QTextCursor::Left);
+    QGuiApplication::clipboard()->setText(u"12\n3"_s);
+    window.txtSend->paste();
+    QTest::keyClick(window.txtSend, Qt::Key_X);
+    EXPECT_EQ(window.txtSend->toPlainText(), u"a123xb"_s);
+    client.sent.clear();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QCoreApplication::sendEvent(window.txtSend, &held);
+    EXPECT_TRUE(client.sent.empty());
 }
 
 TEST_F(Chat, RefusesTheTerminatorInLineAndName) {
@@ -148,10 +170,15 @@ TEST_F(Chat, StaysDuringADraftAndComesBackEmptyAfterIt) {
     EXPECT_FALSE(window.isVisible());
     setting::messageSize.write(shell.settings(), u"7500 3000"_s);
     window.txtSend->setEnabled(false);
+    Form other(u"frmOther"_s, u"Other"_s, FormBorder::Fixed);
+    other.setSizeTwips(3000, 3000);
+    other.show();
     window.Receive("new");
+    EXPECT_FALSE(window.geometry().intersects(other.geometry()));
     EXPECT_TRUE(window.txtSend->isEnabled());
     EXPECT_TRUE(window.isVisible());
-    EXPECT_THAT(lines(), ElementsAre("new"));
+    window.showNote(u"\u0141\u00F3d\u017A"_s);
+    EXPECT_THAT(lines(), ElementsAre("new", "* \u0141\u00F3d\u017A"));
     EXPECT_EQ(window.lstNames->texts(), QStringList(8, u" "_s));
     EXPECT_EQ(window.widthTwips(), 7500);
 }

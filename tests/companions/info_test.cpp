@@ -38,6 +38,7 @@ TEST(Info, EveryPlaceButTheAddressEndsTheWait) {
             QTest::keyClick(&window, Qt::Key_Escape);
             QTest::keyClick(&window, Qt::Key_Return);
             QTest::mouseClick(window.lblSiteLink, button);
+            QTest::mouseDClick(window.lblSiteLink, button);
             EXPECT_TRUE(window.isVisible());
             QTest::mousePress(place, button);
             const bool closesOnClick =

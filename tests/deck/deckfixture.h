@@ -27,10 +27,12 @@ public:
         place = {left, top};
     }
     void hideCard() override { ++hidden; }
+    void deckSaved(const QString& path) override { saved += path; }
 
     std::vector<std::string> sent;
     QStringList shown;
     QStringList lastSets;
+    QStringList saved;
     std::pair<int, int> place;
     int hidden = 0;
 };

@@ -1,6 +1,7 @@
 #include "platform/form.h"
 
-#include <QSignalSpy>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -83,6 +84,24 @@ TEST(Form, AWindowWithoutAStoredPlaceCoversNoOther) {
     EXPECT_EQ(second.place(), u"0 0"_s);
     second.show();
     EXPECT_FALSE(second.geometry().intersects(first.geometry()));
+}
+
+TEST(Form, AWindowThatGrowsIsMovedIntoTheWorkArea) {
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    StubbornForm form;
+    form.setSizeTwips(3000, 3000);
+    form.move(area.bottomRight() - QPoint(250, 250));
+    form.show();
+    form.setSizeTwips(6000, 7200);
+    form.moveIntoWorkArea();
+    EXPECT_TRUE(area.contains(form.frameGeometry()));
+    const QPoint place = form.pos();
+    form.setSizeTwips(3000, 3000);
+    form.moveIntoWorkArea();
+    EXPECT_EQ(form.pos(), place);
+    form.setSizeTwips(3000, 30000);  // more than the screen has: its title bar is in view
+    form.moveIntoWorkArea();
+    EXPECT_EQ(form.y(), area.y());
 }
 
 TEST(Form, MayRefuseToCloseAndKnowsWhoAsks) {

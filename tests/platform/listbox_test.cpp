@@ -1,7 +1,8 @@
 #include "platform/listbox.h"
 
-#include <QSignalSpy>
+#include <QHelpEvent>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -30,6 +31,20 @@ TEST(ListBox, RowsOutsideTheListAreHarmless) {
     list.removeRow(8);
     EXPECT_EQ(list.text(9), QString());
     EXPECT_EQ(list.texts(), QStringList(8, u" "_s));
+}
+
+TEST(ListBox, TellsACutRowAsItStands) {
+    ListBox list;
+    list.addItems({u"Fire & Ice"_s, u"<b>Fire</b> & Ice"_s});
+    list.resize(40, 60);
+    list.show();
+    const QString tips[] = {u"Fire & Ice"_s, u"<span>&lt;b&gt;Fire&lt;/b&gt; &amp; Ice</span>"_s};
+    for (int row = 0; row < list.count(); ++row) {
+        const QPoint place = list.visualItemRect(list.item(row)).center();
+        QHelpEvent help(QEvent::ToolTip, {10, place.y()}, list.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list.viewport(), &help);
+        EXPECT_EQ(QToolTip::text(), tips[row]);
+    }
 }
 
 TEST(ListBox, ThePressedRowIsCurrentWhenThePressIsTold) {
