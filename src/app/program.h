@@ -15,6 +15,7 @@
 #include "deck/decklink.h"
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
+#include "platform/heldkey.h"
 #include "platform/lazy.h"
 #include "server/frmfixseats.h"
 #include "server/frmserver.h"
@@ -56,6 +57,7 @@ Q_SIGNALS:
 private:
     SettingsStore settings_;
     MessageBoxes boxes_;
+    HeldKeys heldKeys_;
     std::mt19937_64 generator_;
     bool ended_ = false;
 

@@ -22,8 +22,9 @@ bool MessageBoxes::show(QWidget* parent, const Box& box) {
     dialog.setTextFormat(Qt::PlainText);
     if (box.buttons == BoxButtons::YesNo) {
         dialog.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        // Every question here is about giving something up.
         dialog.setEscapeButton(QMessageBox::No);
-        dialog.setDefaultButton(QMessageBox::Yes);
+        dialog.setDefaultButton(QMessageBox::No);
         return dialog.exec() == QMessageBox::Yes;
     }
     dialog.setStandardButtons(QMessageBox::Ok);

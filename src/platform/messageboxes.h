@@ -26,8 +26,8 @@ public:
 
     void setHook(Hook hook);
 
-    // Shows the box over `parent` (may be null) and waits. True for OK or Yes; false for No and
-    // for a Yes-No box that is closed without an answer.
+    // Shows the box over `parent` (may be null) and waits. True for OK or Yes; false for No, which
+    // a Yes-No box has as its default, and for one that is closed without an answer.
     bool show(QWidget* parent, const Box& box);
 
     // An error notice: title "Error", exclamation icon, OK.

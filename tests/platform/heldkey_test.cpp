@@ -1,0 +1,95 @@
+#include "platform/heldkey.h"
+
+#include "platform/form.h"
+#include "platform/listbox.h"
+#include "support/keys.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace packwise {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+// A window with a default button.
+class EnterForm : public Form {
+public:
+    EnterForm() : Form(u"frmTest"_s, u"Test"_s, FormBorder::Sizable) {}
+    int enters = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { enters += event->key() == Qt::Key_Return; }
+};
+
+TEST(HeldKeys, PressNoButtonAndServeEverythingElse) {
+    EnterForm window;
+    QVBoxLayout layout(&window);
+    QPushButton button(u"&Go"_s);
+    button.setAutoDefault(true);
+    QCheckBox check(u"&Check"_s);
+    QLineEdit edit;
+    ListBox list;
+    list.fill(9, u"row"_s);
+    QScrollBar bar(Qt::Vertical);
+    bar.setFocusPolicy(Qt::StrongFocus);
+    for (QWidget* control : std::initializer_list<QWidget*>{&button, &check, &edit, &list, &bar}) {
+        layout.addWidget(control);
+    }
+    int clicks = 0;
+    QObject::connect(&button, &QPushButton::clicked, [&clicks] { ++clicks; });
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+
+    const HeldKeys one;
+    for (const bool second : {true, false}) {
+        SCOPED_TRACE(second);
+        const std::optional<HeldKeys> two =
+            second ? std::optional<HeldKeys>(std::in_place) : std::nullopt;
+        window.enters = clicks = 0;
+        button.setFocus();
+        holdKey(window, Qt::Key_Return);
+        EXPECT_EQ(clicks, 1);
+        holdKey(window, Qt::Key_Space, u" "_s);
+        EXPECT_EQ(clicks, 2);
+        check.setFocus();
+        check.setChecked(false);
+        holdKey(window, Qt::Key_Space, u" "_s);
+        EXPECT_TRUE(check.isChecked());
+        edit.setFocus();
+        edit.clear();
+        holdKey(window, Qt::Key_Return);
+        EXPECT_EQ(window.enters, 1);
+        holdKey(window, Qt::Key_A, u"a"_s);
+        EXPECT_EQ(edit.text(), u"aaaa"_s);
+        list.setFocus();
+        list.setCurrentRow(0);
+        holdKey(window, Qt::Key_Down);
+        EXPECT_EQ(list.currentRow(), 4);
+        bar.setFocus();
+        bar.setValue(0);
+        holdKey(window, Qt::Key_Down);
+        EXPECT_EQ(bar.value(), 4);
+
+        edit.setFocus();
+        QTest::keyClick(window.windowHandle(), Qt::Key_G, Qt::AltModifier);
+        ASSERT_TRUE(QTest::qWaitFor([&clicks] { return clicks == 3; }));
+        qt_handleKeyEvent(window.windowHandle(), QEvent::KeyPress, Qt::Key_G, Qt::AltModifier,
+                          u"g"_s, true);
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(button.isDown()) << "pressed by its letter";
+        EXPECT_EQ(edit.text(), u"aaaa"_s);
+    }
+}
+
+}  // namespace
+}  // namespace packwise
