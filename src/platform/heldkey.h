@@ -10,8 +10,9 @@ namespace packwise {
 class HeldKey {
 public:
     // To be given each key event of a widget in turn. True for a press of a key that has been down
-    // before, and for the QEvent::ShortcutOverride that goes ahead of it. Under X11 such a press follows a release of the same time, and QKeyEvent knows it as
-    // a repetition only when both have come in one piece.
+    // before, and for the QEvent::ShortcutOverride that goes ahead of it. Under X11 such a press
+    // follows a release of the same time, and QKeyEvent knows it as a repetition only when both
+    // have come in one piece.
     bool isRepeated(const QKeyEvent& event) {
         if (event.type() == QEvent::KeyRelease) {
             released_ = event.key();

@@ -116,6 +116,8 @@ void FrmServer::storeChoices() {
 }
 
 void FrmServer::disableChoices() {
+    // A control that is disabled hands the focus to its neighbour, which the next key would change.
+    lstNames->setFocus();
     for (QWidget* control :
          std::initializer_list<QWidget*>{cmdKick, cmdStart, optBooster, optRochester, chkTimed,
                                          lblSecs, vsbSecs, chkFixSeats}) {
@@ -138,6 +140,9 @@ void FrmServer::showFixSeats(const QStringList& names) {
     dialog.clear();
     for (const int seatIndex : players_) {
         dialog.seat(seatIndex, names[seatIndex], seatIndex);
+        if (dropped[static_cast<std::size_t>(seatIndex) + 1]) {
+            dialog.lose(seatIndex);
+        }
     }
     fixingSeats_ = true;
     setEnabled(false);
@@ -171,6 +176,7 @@ void FrmServer::StartUp2() {
     if (fixingSeats_) {
         fixingSeats_ = false;
         setEnabled(true);
+        lstNames->setFocus();
         const FrmFixSeats& dialog = fixSeats_();
         for (int position = 0; position < kSeats; ++position) {
             const int seatIndex = dialog.lblSeat[static_cast<std::size_t>(position)]->seatIndex;

@@ -71,6 +71,7 @@ void FrmFixSeats::clear() {
         label->setCaption(u"-"_s);
         label->setEnabled(false);
         label->setBackColor(kUnused);
+        label->setLost(false);
         label->seatIndex = -1;
     }
     choose(-1);
@@ -82,6 +83,15 @@ void FrmFixSeats::seat(int position, const QString& name, int seatIndex) {
     label.setBackColor(kPlayer);
     label.setEnabled(true);
     label.seatIndex = seatIndex;
+}
+
+void FrmFixSeats::lose(int seatIndex) {
+    for (SeatLabel* label : lblSeat) {
+        if (label->seatIndex == seatIndex) {
+            label->setLost(true);
+        }
+    }
+    choose(seatChosen);
 }
 
 void FrmFixSeats::lblSeat_Click(int index) {
@@ -96,6 +106,9 @@ void FrmFixSeats::lblSeat_Click(int index) {
     chosen.setCaption(clicked.caption());
     clicked.setCaption(name);
     std::swap(chosen.seatIndex, clicked.seatIndex);
+    const bool lost = chosen.isLost();
+    chosen.setLost(clicked.isLost());
+    clicked.setLost(lost);
     chosen.setBackColor(kPlayer);
     choose(-1);
 }

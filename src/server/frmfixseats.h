@@ -33,6 +33,9 @@ public:
     // Puts a player, by name and seat index, at a table position.
     void seat(int position, const QString& name, int seatIndex);
 
+    // The player of that seat index is gone; the place is kept.
+    void lose(int seatIndex);
+
     void lblSeat_Click(int index);
     void cmdOK_Click();
 

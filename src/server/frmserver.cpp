@@ -3,8 +3,10 @@
 
 #include "common/codepage.h"
 #include "common/settings.h"
+#include "platform/heldkey.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -93,6 +95,7 @@ void FrmServer::cmdOpenPort_Click() {
     }
     activateWindow();
     cmdStart->setFocus();
+    sinceListen_.start();
 }
 
 bool FrmServer::openPort() {
@@ -211,6 +214,11 @@ bool FrmServer::eventFilter(QObject* watched, QEvent* event) {
         button->setFocus(Qt::ShortcutFocusReason);
         button->click();
         return true;
+    }
+    // A second press that was meant for cmdOpenPort must not start the draft.
+    if (watched == cmdStart && event->type() == QEvent::KeyPress && sinceListen_.isValid() &&
+        sinceListen_.elapsed() < QApplication::doubleClickInterval()) {
+        return pressesButtons(static_cast<QKeyEvent*>(event)->key());
     }
     if (event->type() == QEvent::Show && qobject_cast<QAbstractItemView*>(watched)) {
         lookForSets();

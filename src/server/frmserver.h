@@ -20,6 +20,7 @@
 #include "server/frmfixseats.h"
 #include "server/localclient.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <array>
@@ -170,6 +171,7 @@ private:
     // The seats.
     ListBox& securityNames() { return *security_().lstNames; }
     ListBox& securityIPs() { return *security_().lstIP; }
+    ListBox& securityCodes() { return *security_().lstCode; }
     void setSeatRow(int row, const QString& text) const;
     int lowestFreeSocket() const;
     bool giveUpANamelessSeat();
@@ -233,9 +235,11 @@ private:
     RochesterFlow rochester_{host_, table_};
     std::vector<int> players_;                   // seat indexes of those who are in the draft
     std::array<bool, kSeats + 1> awaitsTurn_{};  // by socket number
-    bool fixingSeats_ = false;                   // the seating window has the word
-    bool halted_ = false;                        // a drop has ended the draft
-    bool failed_ = false;  // card data could not be read, the program is ending
+    QElapsedTimer sinceListen_;
+    bool pingLentFocus_ = false;  // to lstNames, until the answer
+    bool fixingSeats_ = false;    // the seating window has the word
+    bool halted_ = false;         // a drop has ended the draft
+    bool failed_ = false;         // card data could not be read, the program is ending
 };
 
 }  // namespace packwise

@@ -4,6 +4,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <utility>
+
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,12 +18,14 @@ constexpr int kMostGoodPingTicks = 10;
 }  // namespace
 
 int FrmServer::selectedRow() const {
-    // Reaching the list with Tab makes its first row current, but selects nothing.
-    const QListWidgetItem* item = lstNames->currentItem();
-    return item && item->isSelected() ? lstNames->currentRow() : -1;
+    // Not the current row: reaching the list with Tab makes its first row current, but selects
+    // nothing, and a press that is dragged selects a row before it makes it current.
+    const QList<QListWidgetItem*> selected = lstNames->selectedItems();
+    return selected.isEmpty() ? -1 : lstNames->row(selected.first());
 }
 
 void FrmServer::updatePingByRow() {
+    pingLentFocus_ = false;
     const int row = selectedRow();
     cmdPing->setEnabled(row >= 0 && lstNames->text(row) != u" ");
 }
@@ -50,6 +54,10 @@ void FrmServer::cmdPing_Click() {
     }
     Send(num, "PING~");
     pingTicks = 0;
+    pingLentFocus_ = focusWidget() == cmdPing;
+    if (pingLentFocus_) {
+        lstNames->setFocus();  // else it would go to chkHalt
+    }
     cmdPing->setEnabled(false);
     tmrPing->start();
     txtPing->clear();
@@ -69,6 +77,9 @@ void FrmServer::onPong(int num, std::string_view /*body*/) {
     tmrPing->stop();
     if (selectedRow() >= 0) {
         cmdPing->setEnabled(true);
+        if (std::exchange(pingLentFocus_, false) && focusWidget() == lstNames) {
+            cmdPing->setFocus();
+        }
     }
 }
 

@@ -3,9 +3,12 @@
 #include "platform/look.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace packwise {
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -20,8 +23,20 @@ SeatLabel::SeatLabel(QWidget* parent) : QAbstractButton(parent) {
 void SeatLabel::setCaption(const QString& caption) {
     caption_ = caption;
     setAccessibleName(caption);
-    setToolTip(tipForCut(caption, *this, width() - 2 * kTextMargin));
+    updateTip();
     update();
+}
+
+void SeatLabel::setLost(bool lost) {
+    lost_ = lost;
+    updateTip();
+    update();
+}
+
+void SeatLabel::updateTip() {
+    setToolTip(lost_ ? u"<span>"_s + caption_.toHtmlEscaped() +
+                           u" is lost; cards are picked at random</span>"_s
+                     : tipForCut(caption_, *this, width() - 2 * kTextMargin));
 }
 
 void SeatLabel::setBackColor(const QColor& color) {
@@ -30,8 +45,9 @@ void SeatLabel::setBackColor(const QColor& color) {
 }
 
 void SeatLabel::describe(int position, bool selected) {
-    const QString place = QStringLiteral("position %1").arg(position + 1);
-    setAccessibleDescription(selected ? place + QStringLiteral(", selected") : place);
+    setAccessibleDescription(u"position %1"_s.arg(position + 1) +
+                             (lost_ ? u", lost"_s : QString()) +
+                             (selected ? u", selected"_s : QString()));
 }
 
 void SeatLabel::paintEvent(QPaintEvent*) {
@@ -39,7 +55,13 @@ void SeatLabel::paintEvent(QPaintEvent*) {
     painter.setPen(palette().color(QPalette::Dark));
     painter.setBrush(backColor_);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.setPen(backColor_ == QColor(Qt::white) ? Qt::black : Qt::white);
+    QFont writing = font();
+    writing.setStrikeOut(lost_);
+    painter.setFont(writing);
+    const bool onWhite = backColor_ == QColor(Qt::white);
+    painter.setPen(onWhite && lost_ ? palette().color(QPalette::PlaceholderText)
+                   : onWhite        ? QColor(Qt::black)
+                                    : QColor(Qt::white));
     const QRect inside = rect().adjusted(kTextMargin, 0, -kTextMargin, 0);
     painter.drawText(inside, Qt::AlignCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(caption_, Qt::ElideRight, inside.width()));
@@ -48,6 +70,10 @@ void SeatLabel::paintEvent(QPaintEvent*) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
         painter.drawRect(rect().adjusted(3, 3, -3, -3));
     }
+}
+
+void SeatLabel::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept();
 }
 
 void SeatLabel::keyPressEvent(QKeyEvent* event) {

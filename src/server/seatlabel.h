@@ -20,7 +20,12 @@ public:
     const QColor& backColor() const { return backColor_; }
     void setBackColor(const QColor& color);
 
-    // What a screen reader tells of the label: its table position, 0 to 7, and its being selected.
+    // Whether the player who sits there is gone.
+    bool isLost() const { return lost_; }
+    void setLost(bool lost);
+
+    // What a screen reader tells of the label: its table position, 0 to 7, its being selected, and
+    // a player who is gone.
     void describe(int position, bool selected);
 
     // The player's seat index, or -1.
@@ -29,9 +34,14 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    // Its first press has counted; a second one would take the selection back.
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    void updateTip();
+
     QString caption_;
+    bool lost_ = false;
     QColor backColor_;
 };
 

@@ -194,6 +194,9 @@ void FrmServer::Disconnect(int num) {
     playerName[seat].clear();
     shaLight[seat]->hide();
     dropped[seat + 1] = true;
+    if (fixingSeats_) {
+        fixSeats_().lose(row);
+    }
     const bool plays = std::find(players_.begin(), players_.end(), row) != players_.end();
     if (draftState != "D" || !plays) {
         return;

@@ -165,6 +165,7 @@ void FrmServer::onCode(int num, std::string_view body) {
             "CODE" + std::to_string(num - 1) + std::string(body) + kTerminator;
         allowance[static_cast<std::size_t>(num - 1)].spend(message.size());
         Broadcast(message);
+        securityCodes().setText(num - 1, fromBytes(body));  // as a client here would
     }
 }
 

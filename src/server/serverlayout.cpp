@@ -237,6 +237,7 @@ void FrmServer::connectControls() {
     connect(cmdPing, &QPushButton::clicked, this, &FrmServer::cmdPing_Click);
     optRochester->installEventFilter(this);
     chkReal->installEventFilter(this);
+    cmdStart->installEventFilter(this);
     connect(chkClient, &QCheckBox::toggled, this, &FrmServer::chkClient_Click);
     connect(chkHalt, &QCheckBox::toggled, this, &FrmServer::chkHalt_Click);
     connect(chkReal, &QCheckBox::toggled, this, &FrmServer::chkReal_Click);

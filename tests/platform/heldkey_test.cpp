@@ -61,6 +61,12 @@ TEST(HeldKeys, PressNoButtonAndServeEverythingElse) {
         EXPECT_EQ(clicks, 1);
         holdKey(window, Qt::Key_Space, u" "_s);
         EXPECT_EQ(clicks, 2);
+        for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {  // a repeat in two pieces
+            QKeyEvent repeat(type, Qt::Key_Return, {});
+            repeat.setTimestamp(7);
+            QCoreApplication::sendEvent(&button, &repeat);
+        }
+        EXPECT_EQ(clicks, 2);
         check.setFocus();
         check.setChecked(false);
         holdKey(window, Qt::Key_Space, u" "_s);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/samplefiles.h"
+#include "platform/heldkey.h"
 #include "platform/lazy.h"
 #include "server/frmserver.h"
 #include "support/fakeshell.h"
@@ -136,6 +137,7 @@ public:
 
     sample::TempFolder folder;
     FakeShell shell;
+    HeldKeys heldKeys;
     NoLink link;
     NotingClient localClient;
     Lazy<FrmSecurity> security{[this] { return std::make_unique<FrmSecurity>(shell, link); }};

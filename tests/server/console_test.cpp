@@ -1,5 +1,7 @@
 #include "server/bench.h"
+#include "support/keys.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
 
@@ -26,6 +28,10 @@ TEST(Console, FirstRunShowsTheDefaults) {
     EXPECT_EQ(console.cboPack[0]->currentIndex(), -1);
     EXPECT_TRUE(console.cmdKick->isEnabled());
     EXPECT_FALSE(console.cmdPing->isEnabled());
+    console.txtPort->setText(u"123456"_s);
+    console.txtName->setText(u"Wilhelmina Longname"_s);
+    EXPECT_EQ(console.txtPort->text(), u"1234"_s);
+    EXPECT_EQ(console.txtName->text(), u"Wilhelmina L"_s);
 }
 
 TEST(Console, ASetWithoutItsFileIsGreyUntilTheFileIsThere) {
@@ -103,6 +109,8 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
     QTcpServer taken;
     const int port = freePort();
     ASSERT_TRUE(taken.listen(QHostAddress::AnyIPv4, static_cast<quint16>(port)));
+    QTcpServer lowest;
+    lowest.listen(QHostAddress::AnyIPv4, 1000);  // taken now, or forbidden
     struct Row {
         QString name;
         QString port;
@@ -113,6 +121,7 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
         {u""_s, u"5252"_s, u"Name is blank."_s, u"Packwise 1.41"_s},
         {u"a~b"_s, u"5252"_s, u"Character ~ reserved"_s, u"Error"_s},
         {u"Ann"_s, u"999"_s, u"Use a port greater than 1000"_s, u"Error"_s},
+        {u"Ann"_s, u"1000"_s, u"Bad port"_s, u"Error"_s},
         {u"Ann"_s, u"abc"_s, u"Bad port"_s, u"Error"_s},
         {u"Ann"_s, u""_s, u"Bad port"_s, u"Error"_s},
         {u"Ann"_s, QString::number(port), u"Bad port"_s, u"Error"_s},
@@ -123,7 +132,10 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
         console.txtPort->setText(row.port);
         bench.shell.script.expect(row.box);
         console.cmdOpenPort->click();
-        EXPECT_EQ(bench.shell.script.last().title, row.title);
+        const Box& box = bench.shell.script.last();
+        EXPECT_EQ(box.title, row.title);
+        EXPECT_EQ(box.icon, row.title == u"Error" ? BoxIcon::Exclamation : BoxIcon::None);
+        EXPECT_EQ(box.buttons, BoxButtons::Ok);
         EXPECT_TRUE(console.cmdOpenPort->isEnabled());
         EXPECT_FALSE(console.cmdStart->isEnabled());
     }
@@ -143,6 +155,32 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
         EXPECT_FALSE(control->isEnabled());
     }
     EXPECT_TRUE(console.cmdStart->isEnabled());
+    EXPECT_EQ(console.focusWidget(), console.cmdStart);
+}
+
+TEST(Console, TheEnterThatOpensThePortDoesNotStartTheDraft) {
+    Bench bench;
+    FrmServer& console = bench.console();
+    console.chkClient->setChecked(false);
+    console.txtPort->setText(QString::number(freePort()));
+    console.show();
+    console.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&console));
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(60000);
+    console.txtPort->setFocus();
+    holdKey(console, Qt::Key_Return);
+    EXPECT_EQ(console.wskServer[0]->state(), Socket::Listening);
+    EXPECT_EQ(console.focusWidget(), console.cmdStart);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        QTest::keyClick(console.cmdStart, key);  // pressed twice
+    }
+    EXPECT_TRUE(bench.shell.script.seen().empty());
+    QApplication::setDoubleClickInterval(0);
+    bench.shell.script.expect(u"No valid connections"_s);
+    holdKey(console, Qt::Key_Return);
+    EXPECT_EQ(bench.shell.script.seen().size(), 1U);
+    QApplication::setDoubleClickInterval(interval);
 }
 
 TEST(Console, TheLetterOfTwoControlsChoosesOneAfterTheOther) {
@@ -180,6 +218,11 @@ TEST(Console, ClosingAsksWhileConnectionsAreOpen) {
         }
         bench.console().show();
         EXPECT_EQ(bench.console().closeByUser(), !row.stays);
+        for (const Box& box : bench.shell.script.seen()) {
+            EXPECT_EQ(box.title, u"Packwise 1.41"_s);
+            EXPECT_EQ(box.icon, BoxIcon::Exclamation);
+            EXPECT_EQ(box.buttons, BoxButtons::YesNo);
+        }
         EXPECT_EQ(bench.shell.ended(), row.ended);
         EXPECT_EQ(bench.shell.savedForms, row.saved);
         EXPECT_EQ(bench.console().isVisible(), row.connections > 0 && !row.yes);

@@ -11,6 +11,17 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using testing::UnorderedElementsAre;
 
+// What a start stores.
+QString stored(Bench& bench) {
+    QString all;
+    for (const char* key : {"DraftType", "Timed", "Time", "FixSeats", "PackCount", "Pack1", "Pack2",
+                            "Pack3", "Pack4", "Pack5", "Pack6"}) {
+        const QString name = QString::fromLatin1(key);
+        all += name + u'=' + bench.shell.settings().read(u"Server"_s, name, u"-"_s) + u' ';
+    }
+    return all;
+}
+
 TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
     Bench bench;
     auto peers = bench.table(2);
@@ -19,10 +30,10 @@ TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
     bench.chooseSets();
     bench.console().optPack[3]->click();
     bench.console().chkReal->setChecked(true);
-    bench.draw = [value = -0.01]() mutable { return value += 0.01; };
+    bench.draw = [value = 0.5]() mutable { return value += 0.0001; };
     bench.console().cmdStart->click();
     const std::string opening =
-        "STATDraft in progress~SEAT00~SEAT11~PAKSSample|Other|Sample|Sample|||~"
+        "STATDraft in progress~SEAT10~SEAT01~PAKSSample|Other|Sample|Sample|||~"
         "MESGDraft is Sample - Other - Sample - Sample~INFOB~ROUN1~";
     EXPECT_TRUE(nameless->hears(opening));
     EXPECT_EQ(nameless->rest(), "");  // no pack without a place
@@ -35,14 +46,11 @@ TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
     FrmServer& console = bench.console();
     EXPECT_FALSE(console.chkReal->isChecked());  // there is no order file
     EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Reality"_s), u"0"_s);
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"PackCount"_s), u"4"_s);
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Pack6"_s), u"Sample"_s);
-    EXPECT_TRUE(console.optPack[3]->isEnabled());
-    for (const QWidget* control : std::initializer_list<QWidget*>{
-             console.cmdStart, console.cmdKick, console.optRochester, console.cboPack[0],
-             console.optPack[2], console.chkFixSeats}) {
-        EXPECT_FALSE(control->isEnabled()) << qPrintable(control->objectName());
-    }
+    EXPECT_EQ(stored(bench),
+              u"DraftType=B Timed=1 Time=25 FixSeats=0 PackCount=4 Pack1=Sample "
+              "Pack2=Other Pack3=Sample Pack4=Sample Pack5=Sample Pack6=Sample "_s);
+    // The key that comes next must not change what lies beside the button.
+    EXPECT_EQ(console.focusWidget(), console.lstNames);
     EXPECT_EQ(console.wskServer[0]->state(), Socket::Closed);
     QTcpSocket late;
     late.connectToHost(u"127.0.0.1"_s, console.wskServer[0]->localPort());
@@ -55,19 +63,38 @@ TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
     EXPECT_EQ(peers[0]->transcript().find("BSTA"), std::string::npos);
 }
 
-TEST(DraftStart, RochesterTellsItsClock) {
-    Bench bench;
-    auto peers = bench.table(1);
-    bench.chooseSets();
-    bench.console().optRochester->click();
-    bench.console().vsbSecs->setValue(18);
-    bench.console().cmdStart->click();
-    EXPECT_TRUE(
-        peers[0]->hears("STATDraft in progress~SEAT00~PAKSSample|Other|Sample||||~"
-                        "MESGDraft is Sample - Other - Sample~INFOR112~ROUN1:1~BOOS"));
-    EXPECT_TRUE(peers[0]->hearsSometime("REVW~"));
-    EXPECT_FALSE(bench.console().vsbSecs->isEnabled());
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"DraftType"_s), u"R"_s);
+TEST(DraftStart, RochesterTellsAndStoresItsClockAndLeavesFourChoices) {
+    for (const bool timed : {true, false}) {
+        Bench bench;
+        auto peers = bench.table(1);
+        bench.chooseSets();
+        FrmServer& console = bench.console();
+        console.optRochester->click();
+        console.chkTimed->setChecked(timed);
+        console.vsbSecs->setValue(18);
+        console.cboPack[5]->setCurrentIndex(-1);
+        console.cmdStart->click();
+        const std::string clock = std::string(timed ? "1" : "0") + "12";
+        EXPECT_TRUE(
+            peers[0]->hears("STATDraft in progress~SEAT00~PAKSSample|Other|Sample||||~"
+                            "MESGDraft is Sample - Other - Sample~INFOR" +
+                            clock + "~ROUN1:1~BOOS"));
+        EXPECT_TRUE(peers[0]->hearsSometime("REVW~"));
+        EXPECT_EQ(stored(bench),
+                  u"DraftType=R Timed=%1 Time=18 FixSeats=0 PackCount=3 "
+                  "Pack1=Sample Pack2=Other Pack3=Sample Pack4=Sample Pack5=Sample "
+                  "Pack6= "_s.arg(timed ? 1 : 0));
+        QStringList free;
+        for (const QWidget* choice : console.findChildren<QWidget*>()) {
+            if (choice->isEnabled() && (qobject_cast<const QAbstractButton*>(choice) ||
+                                        qobject_cast<const QComboBox*>(choice) ||
+                                        choice == console.lblSecs || choice == console.vsbSecs)) {
+                free += choice->objectName();
+            }
+        }
+        free.sort();
+        EXPECT_EQ(free.join(u' '), u"chkHalt chkReal chkSilence optPack(2)"_s);
+    }
 }
 
 TEST(DraftStart, NobodyThereLeavesTheConsoleAsItWas) {
@@ -76,6 +103,8 @@ TEST(DraftStart, NobodyThereLeavesTheConsoleAsItWas) {
     auto nameless = bench.connected(1);
     bench.shell.script.expect(u"No valid connections"_s);
     bench.console().cmdStart->click();
+    EXPECT_EQ(bench.shell.script.last().title, u"Packwise 1.41"_s);
+    EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
     EXPECT_EQ(bench.console().draftState, "N");
     EXPECT_TRUE(bench.console().cmdStart->isEnabled());
     EXPECT_EQ(nameless->rest(), "");
@@ -94,6 +123,8 @@ TEST(DraftStart, AHoleMakesTheSeatingRandomAndLeavesNoHoleAtTheTable) {
         EXPECT_TRUE(bench.seatIsFree(2));
     });
     bench.console().cmdStart->click();
+    EXPECT_EQ(bench.shell.script.last().title, u"Packwise 1.41"_s);
+    EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::None);
     EXPECT_FALSE(bench.console().chkFixSeats->isChecked());
     EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"FixSeats"_s), u"1"_s);
     const DraftTable& table = bench.console().table();
@@ -122,8 +153,13 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
         EXPECT_FALSE(dialog.lblSeat[3]->isEnabled());
         EXPECT_EQ(dialog.lblSeat[3]->caption(), u"-"_s);
 
+        EXPECT_EQ(dialog.lblSeat[3]->backColor(), QColor(128, 128, 128));
+        EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 255, 255));
+
         QTest::mouseClick(dialog.lblSeat[0], Qt::LeftButton);
-        EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 0, 0));
+        QTest::mouseDClick(dialog.lblSeat[0], Qt::LeftButton);
+        QTest::mouseRelease(dialog.lblSeat[0], Qt::LeftButton);
+        EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 0, 0)) << "the second press counted";
         EXPECT_EQ(dialog.lblSeat[0]->accessibleDescription(), u"position 1, selected"_s);
         QTest::keyClick(dialog.lblSeat[2], Qt::Key_Space);
         EXPECT_EQ(dialog.lblSeat[0]->backColor(), QColor(255, 255, 255));
@@ -134,6 +170,13 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
         QTest::keyClick(dialog.lblSeat[1], Qt::Key_Return);
         QTest::keyClick(dialog.lblSeat[2], Qt::Key_Return);
         EXPECT_EQ(dialog.lblSeat[1]->caption(), u"P1"_s);
+        for (const SeatLabel* label : dialog.lblSeat) {
+            const bool lost = label == dialog.lblSeat[2];  // P2, moved since
+            EXPECT_EQ(label->isLost(), lost);
+            EXPECT_EQ(label->accessibleDescription().contains(u"lost"_s), lost);
+            EXPECT_EQ(label->toolTip().contains(u"lost"_s), lost);
+        }
+        EXPECT_EQ(dialog.lblSeat[2]->caption(), u"P2"_s);
         dialog.lblSeat[0]->click();  // stays selected, without effect
         EXPECT_EQ(peers[0]->rest(), "");
         if (byCloseBox) {
@@ -147,6 +190,30 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
         EXPECT_TRUE(peers[0]->hearsSometime("ROUN1~BOOS"));
         bench.console().tmrRandoms_Timer();
         EXPECT_TRUE(peers[0]->hearsSometime("BSTA2~"));
+    }
+}
+
+TEST(FixSeats, TheSeatsStandInARingClockwiseFromTheUpperLeft) {
+    Bench bench;
+    const FrmFixSeats& dialog = bench.fixSeats();
+    const QPoint middle = dialog.lblSeat[0]
+                              ->geometry()
+                              .united(dialog.lblSeat[5]->geometry())
+                              .united(dialog.lblSeat[3]->geometry())
+                              .center();
+    const auto from = [&](int seat) {
+        return dialog.lblSeat[static_cast<std::size_t>(seat % kSeats)]->geometry().center() -
+               middle;
+    };
+    EXPECT_TRUE(from(0).x() < 0 && from(0).y() < 0);
+    for (int seat = 0; seat < kSeats; ++seat) {
+        const QPoint here = from(seat);
+        const QPoint next = from(seat + 1);
+        EXPECT_GT(here.x() * next.y() - here.y() * next.x(), 0) << seat;
+        for (int other = 0; other < seat; ++other) {
+            EXPECT_FALSE(dialog.lblSeat[static_cast<std::size_t>(seat)]->geometry().intersects(
+                dialog.lblSeat[static_cast<std::size_t>(other)]->geometry()));
+        }
     }
 }
 

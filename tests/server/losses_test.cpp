@@ -1,5 +1,7 @@
 #include "server/bench.h"
 
+#include <QMouseEvent>
+
 #include <gtest/gtest.h>
 
 namespace packwise {
@@ -40,9 +42,15 @@ TEST(Losses, PingCountsSecondsAndFindsPoorConnections) {
           Row{99, "99", "STATDetected poor connection~"}}) {
         const QRect place = console.lstNames->visualItemRect(console.lstNames->item(1));
         QTest::mouseClick(console.lstNames->viewport(), Qt::LeftButton, {}, place.center());
-        ASSERT_TRUE(console.cmdPing->isEnabled());
-        console.cmdPing->click();
+        ASSERT_EQ(console.focusWidget(), console.cmdPing);
+        QTest::keyClick(console.focusWidget(), Qt::Key_Space);
         EXPECT_FALSE(console.cmdPing->isEnabled());
+        QTest::keyClick(console.focusWidget(), Qt::Key_Space);
+        EXPECT_FALSE(console.chkHalt->isChecked()) << "the neighbour took the key";
+        QWidget* const expected = row.ticks == 10 ? console.chkSilence : nullptr;
+        if (expected) {
+            expected->setFocus();
+        }
         EXPECT_TRUE(peers[1]->hears("PING~"));
         EXPECT_EQ(console.txtPing->text(), QString());
         for (int i = 0; i < row.ticks; ++i) {
@@ -55,10 +63,26 @@ TEST(Losses, PingCountsSecondsAndFindsPoorConnections) {
         EXPECT_EQ(peers[1]->rest(), row.told);
         EXPECT_TRUE(console.cmdPing->isEnabled());
         EXPECT_FALSE(console.tmrPing->isActive());
+        EXPECT_EQ(console.focusWidget(), expected ? expected : console.cmdPing);
     }
     EXPECT_EQ(peers[0]->rest(), "");
     console.lstNames->setCurrentRow(4);
     EXPECT_FALSE(console.cmdPing->isEnabled());
+
+    // A press on the empty row that is released on the player's.
+    QWidget& rows = *console.lstNames->viewport();
+    const auto middle = [&console](int row) {
+        return console.lstNames->visualItemRect(console.lstNames->item(row)).center();
+    };
+    QTest::mousePress(&rows, Qt::LeftButton, {}, middle(4));
+    for (int row = 3; row >= 1; --row) {
+        QMouseEvent move(QEvent::MouseMove, middle(row), rows.mapToGlobal(middle(row)),
+                         Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&rows, &move);
+    }
+    QTest::mouseRelease(&rows, Qt::LeftButton, {}, middle(1));
+    EXPECT_TRUE(console.lstNames->item(1)->isSelected());
+    EXPECT_TRUE(console.cmdPing->isEnabled());
 }
 
 TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {

@@ -117,6 +117,7 @@ TEST(Seats, ChatDropAndCodes) {
         EXPECT_TRUE(peers[0]->hears(row.both));
         EXPECT_TRUE(peers[1]->hears(row.both));
     }
+    EXPECT_EQ(bench.security().lstCode->text(0), u"-1234567"_s);
     bench.console().chkSilence->click();
     peers[0]->say("MESGpsst~PING~");
     EXPECT_TRUE(peers[0]->hears("MESG-silent draft-~PONG~"));
