@@ -174,7 +174,10 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
     ASSERT_TRUE(spinUntil([&] { return console.lstNames->text(1) == players[1].name; }));
     switchTo(console);
     ASSERT_EQ(QApplication::focusWidget(), console.cmdStart);
-    press(Qt::Key_Return);
+    ASSERT_TRUE(spinUntil([&] {
+        press(Qt::Key_Return);  // counts for nothing so soon after the one that opened the port
+        return console.draftState == "D";
+    }));
 
     for (int turn = 0; turn < kPicks; ++turn) {
         for (Player& player : players) {
