@@ -50,15 +50,21 @@ int CardList::selectedRow() const {
 }
 
 void CardList::keyPressEvent(QKeyEvent* event) {
+    const bool repeated = held_.isRepeated(*event);
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!enter && event->key() != Qt::Key_Space) {
         ListBox::keyPressEvent(event);
         return;
     }
     // A key that is held down must not go on to the next pack.
-    if (!event->isAutoRepeat() && selectedRow() >= 0) {
+    if (!repeated && selectedRow() >= 0) {
         enter ? Q_EMIT chosen() : Q_EMIT lookedAt();
     }
+}
+
+void CardList::keyReleaseEvent(QKeyEvent* event) {
+    held_.isRepeated(*event);
+    ListBox::keyReleaseEvent(event);
 }
 
 }  // namespace packwise

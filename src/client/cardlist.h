@@ -2,6 +2,7 @@
 // them; a name that does not fit is cut, and shown whole in a tool tip.
 #pragma once
 
+#include "platform/heldkey.h"
 #include "platform/listbox.h"
 
 namespace packwise {
@@ -25,6 +26,10 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+private:
+    HeldKey held_;
 };
 
 }  // namespace packwise

@@ -225,6 +225,9 @@ void FrmMessage::addLine(const QString& line) {
 }
 
 bool FrmMessage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txtSend && event->type() == QEvent::KeyRelease) {
+        held_.isRepeated(*static_cast<QKeyEvent*>(event));
+    }
     if (watched == txtSend && event->type() == QEvent::KeyPress) {
         const auto* press = static_cast<QKeyEvent*>(event);
         if (takeKey(*press)) {
@@ -248,10 +251,16 @@ void FrmMessage::keyPressEvent(QKeyEvent* event) {
 // True for Enter. One that is held down sends its line once.
 bool FrmMessage::takeKey(const QKeyEvent& press) {
     const bool enter = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter;
-    if (!enter || !press.isAutoRepeat()) {
+    const bool repeated = held_.isRepeated(press);
+    if (!enter || !repeated) {
         Form_KeyPress(press.key());
     }
     return enter;
+}
+
+void FrmMessage::keyReleaseEvent(QKeyEvent* event) {
+    held_.isRepeated(*event);
+    Form::keyReleaseEvent(event);
 }
 
 void FrmMessage::Form_KeyPress(int key) {

@@ -6,6 +6,7 @@
 #include "common/shell.h"
 #include "companions/clientlink.h"
 #include "platform/form.h"
+#include "platform/heldkey.h"
 #include "platform/listbox.h"
 
 #include <string_view>
@@ -41,6 +42,7 @@ protected:
     bool queryUnload(UnloadMode mode) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -58,6 +60,7 @@ private:
     Shell& shell_;
     ClientLink& client_;
     bool loaded_ = false;
+    HeldKey held_;
     int rowHeight_ = 13;      // of lstMessage, in device-independent pixels
     double charWidth_ = 9.0;  // likewise
 };

@@ -161,6 +161,8 @@ void saveDeck(Player& player, const QString& file) {
     }
     press(Qt::Key_O, Qt::AltModifier);
     ASSERT_TRUE(spinUntil([&] { return !player.program.isVisible(FormId::DeckBuild); }));
+    const QString told = player.program.frmMessage->lstMessage->texts().join(QString());
+    EXPECT_TRUE(told.contains(u"* Your deck is saved as "_s) && told.endsWith(file + u'.'));
 }
 
 TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {

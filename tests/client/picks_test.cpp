@@ -80,8 +80,11 @@ TEST(ClientPicks, SpoilsNoPickWithTheRightButtonOrAHeldKey) {
     const QPoint at = list.visualItemRect(list.item(0)).center();
     QTest::mouseClick(list.viewport(), Qt::RightButton, {}, at);
     QTest::mouseDClick(list.viewport(), Qt::RightButton, {}, at);
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
-    QCoreApplication::sendEvent(&list, &held);
+    for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+        QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier);
+        held.setTimestamp(2501);
+        QCoreApplication::sendEvent(&list, &held);
+    }
     // The first press of a double click on the last pack, the second on the next.
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
     world.tell("BOOSGNew|~");

@@ -135,8 +135,13 @@ TEST_F(Chat, EnterSendsTheLineWithTheSpeaker) {
     QTest::keyClick(window.txtSend, Qt::Key_X);
     EXPECT_EQ(window.txtSend->toPlainText(), u"a123xb"_s);
     client.sent.clear();
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
-    QCoreApplication::sendEvent(window.txtSend, &held);
+    for (const bool flagged : {true, false}) {  // else the same time tells
+        for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier, {}, flagged);
+            held.setTimestamp(2501);
+            QCoreApplication::sendEvent(window.txtSend, &held);
+        }
+    }
     EXPECT_TRUE(client.sent.empty());
 }
 
