@@ -6,7 +6,6 @@
 #include "server/frmserver.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -123,7 +122,7 @@ void FrmServer::disableChoices() {
                                          lblSecs, vsbSecs, chkFixSeats}) {
         control->setEnabled(false);
     }
-    for (QComboBox* box : cboPack) {
+    for (SetBox* box : cboPack) {
         box->setEnabled(false);
     }
     for (QRadioButton* option : optPack) {

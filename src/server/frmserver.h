@@ -19,6 +19,7 @@
 #include "server/flowhost.h"
 #include "server/frmfixseats.h"
 #include "server/localclient.h"
+#include "server/setbox.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -30,7 +31,6 @@
 #include <vector>
 
 class QCheckBox;
-class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -72,7 +72,7 @@ public:
     QCheckBox* chkReal;
 
     QGroupBox* fraPacks;
-    std::array<QComboBox*, kMostPacks> cboPack;       // the set of each pack
+    std::array<SetBox*, kMostPacks> cboPack;          // the set of each pack
     std::array<QRadioButton*, kMostPacks> optPack{};  // index plus 1 packs; none at 0 and 1
 
     // The seats, by seat index. An empty row is " ".
@@ -135,7 +135,6 @@ public:
     void optBooster_Click() const;
     void optRochester_Click() const;
     void optPack_Click(int index);
-    void cboPack_Change(int index);
     void vsbSecs_Change() const;
     void lstNames_Click();
     void wskServer_ConnectionRequest(int index, ConnectionRequest& request);

@@ -6,7 +6,6 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QIcon>
 #include <QLabel>
@@ -116,8 +115,7 @@ void FrmServer::makePacksFrame() {
             optPack[at]->setAccessibleName(u"%1 packs"_s.arg(i + 1));
             optPack[at]->setToolTip(u"%1 packs"_s.arg(i + 1));
         }
-        cboPack[at] = new QComboBox(fraPacks);
-        cboPack[at]->setPlaceholderText(u"choose a set"_s);
+        cboPack[at] = new SetBox(fraPacks);
         cboPack[at]->setModel(sets_);
         nameControl(*cboPack[at], u"cboPack(%1)"_s.arg(i), u"Pack %1"_s.arg(i + 1));
         cboPack[at]->setEnabled(i < 3);
@@ -252,10 +250,8 @@ void FrmServer::connectControls() {
                     }
                 });
     }
-    for (int i = 0; i < kMostPacks; ++i) {
-        QComboBox& box = *cboPack[static_cast<std::size_t>(i)];
-        connect(&box, &QComboBox::currentIndexChanged, this, [this, i] { cboPack_Change(i); });
-        box.view()->installEventFilter(this);
+    for (SetBox* box : cboPack) {
+        box->view()->installEventFilter(this);
     }
     // Files may come and go while another window has the word.
     connect(this, &Form::gotFocus, this, &FrmServer::lookForSets);

@@ -6,7 +6,6 @@
 #include "server/frmserver.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QRadioButton>
 #include <QStandardItemModel>
@@ -60,18 +59,6 @@ QString faultOf(const QString& setName, bool alongLists) {
     return {};
 }
 
-// A box shows the set that it holds as the list does.
-void lookLikeChoice(QComboBox& box) {
-    const QVariant color = box.currentData(Qt::ForegroundRole);
-    QPalette colors;
-    if (color.isValid()) {
-        colors.setBrush(QPalette::ButtonText, color.value<QBrush>());
-    }
-    box.setPalette(colors);
-    box.setToolTip(box.currentData(Qt::ToolTipRole).toString());
-    box.setAccessibleDescription(box.currentData(Qt::AccessibleDescriptionRole).toString());
-}
-
 }  // namespace
 
 void FrmServer::loadSets() {
@@ -81,7 +68,7 @@ void FrmServer::loadSets() {
             sets_->appendRow(new QStandardItem(name));
         }
     }
-    for (QComboBox* box : cboPack) {
+    for (SetBox* box : cboPack) {
         box->setCurrentIndex(-1);
     }
     lookForSets();
@@ -115,13 +102,9 @@ void FrmServer::lookForSets() {
         set.setToolTip(u"<span>"_s + tip.toHtmlEscaped() + u"</span>"_s);
         set.setAccessibleDescription(tip);
     }
-    for (QComboBox* box : cboPack) {
-        lookLikeChoice(*box);
+    for (SetBox* box : cboPack) {
+        box->followChoice();
     }
-}
-
-void FrmServer::cboPack_Change(int index) {
-    lookLikeChoice(*cboPack.at(static_cast<std::size_t>(index)));
 }
 
 QString FrmServer::faultOfPacks() const {
