@@ -13,8 +13,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-
 namespace packwise {
 namespace {
 
@@ -51,50 +49,45 @@ TEST(HeldKeys, PressNoButtonAndServeEverythingElse) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
 
     const HeldKeys one;
-    for (const bool second : {true, false}) {
-        SCOPED_TRACE(second);
-        const std::optional<HeldKeys> two =
-            second ? std::optional<HeldKeys>(std::in_place) : std::nullopt;
-        window.enters = clicks = 0;
-        button.setFocus();
-        holdKey(window, Qt::Key_Return);
-        EXPECT_EQ(clicks, 1);
-        holdKey(window, Qt::Key_Space, u" "_s);
-        EXPECT_EQ(clicks, 2);
-        for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {  // a repeat in two pieces
-            QKeyEvent repeat(type, Qt::Key_Return, {});
-            repeat.setTimestamp(7);
-            QCoreApplication::sendEvent(&button, &repeat);
-        }
-        EXPECT_EQ(clicks, 2);
-        check.setFocus();
-        check.setChecked(false);
-        holdKey(window, Qt::Key_Space, u" "_s);
-        EXPECT_TRUE(check.isChecked());
-        edit.setFocus();
-        edit.clear();
-        holdKey(window, Qt::Key_Return);
-        EXPECT_EQ(window.enters, 1);
-        holdKey(window, Qt::Key_A, u"a"_s);
-        EXPECT_EQ(edit.text(), u"aaaa"_s);
-        list.setFocus();
-        list.setCurrentRow(0);
-        holdKey(window, Qt::Key_Down);
-        EXPECT_EQ(list.currentRow(), 4);
-        bar.setFocus();
-        bar.setValue(0);
-        holdKey(window, Qt::Key_Down);
-        EXPECT_EQ(bar.value(), 4);
-
-        edit.setFocus();
-        QTest::keyClick(window.windowHandle(), Qt::Key_G, Qt::AltModifier);
-        ASSERT_TRUE(QTest::qWaitFor([&clicks] { return clicks == 3; }));
-        qt_handleKeyEvent(window.windowHandle(), QEvent::KeyPress, Qt::Key_G, Qt::AltModifier,
-                          u"g"_s, true);
-        QCoreApplication::processEvents();
-        EXPECT_FALSE(button.isDown()) << "pressed by its letter";
-        EXPECT_EQ(edit.text(), u"aaaa"_s);
+    const HeldKeys two;  // of another program in the process
+    button.setFocus();
+    holdKey(window, Qt::Key_Return);
+    EXPECT_EQ(clicks, 1);
+    holdKey(window, Qt::Key_Space, u" "_s);
+    EXPECT_EQ(clicks, 2);
+    for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {  // a repeat in two pieces
+        QKeyEvent repeat(type, Qt::Key_Return, {});
+        repeat.setTimestamp(7);
+        QCoreApplication::sendEvent(&button, &repeat);
     }
+    EXPECT_EQ(clicks, 2);
+    check.setFocus();
+    check.setChecked(false);
+    holdKey(window, Qt::Key_Space, u" "_s);
+    EXPECT_TRUE(check.isChecked());
+    edit.setFocus();
+    edit.clear();
+    holdKey(window, Qt::Key_Return);
+    EXPECT_EQ(window.enters, 1);
+    holdKey(window, Qt::Key_A, u"a"_s);
+    EXPECT_EQ(edit.text(), u"aaaa"_s);
+    list.setFocus();
+    list.setCurrentRow(0);
+    holdKey(window, Qt::Key_Down);
+    EXPECT_EQ(list.currentRow(), 4);
+    bar.setFocus();
+    bar.setValue(0);
+    holdKey(window, Qt::Key_Down);
+    EXPECT_EQ(bar.value(), 4);
+
+    edit.setFocus();
+    QTest::keyClick(window.windowHandle(), Qt::Key_G, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&clicks] { return clicks == 3; }));
+    qt_handleKeyEvent(window.windowHandle(), QEvent::KeyPress, Qt::Key_G, Qt::AltModifier, u"g"_s,
+                      true);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(button.isDown()) << "pressed by its letter";
+    EXPECT_EQ(edit.text(), u"aaaa"_s);
 }
 
 }  // namespace
