@@ -113,7 +113,10 @@ QString FrmServer::faultOfPacks() const {
         const QString pack = u"Pack %1"_s.arg(i + 1);
         const QString name = cboPack[static_cast<std::size_t>(i)]->currentText();
         if (name.isEmpty()) {
-            return pack + u" has no set.\n\nChoose one in its list."_s;
+            return pack + (sets_->rowCount() > 0
+                               ? u" has no set.\n\nChoose one in its list."_s
+                               : u" has no set.\n\nNo set is registered yet. \"packwise-sets\" "
+                                 "does that; then start Packwise again."_s);
         }
         if (!sound.insert(name).second) {
             continue;
