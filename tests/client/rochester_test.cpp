@@ -1,4 +1,7 @@
 #include "client/clientworld.h"
+#include "common/settings.h"
+
+#include <QScreen>
 
 namespace packwise {
 namespace {
@@ -43,26 +46,19 @@ TEST(ClientRochester, ReviewsByItsOwnClock) {
     };
     const Clock off{u":00"_s, false, true};
     const Clock hidden{u":00"_s, false, false};
-    const Case cases[] = {
-        {"R19", 21, u"20 seconds for pack review...", off, {u":20"_s, true, true}, off},
-        {"R030",
-         6,
-         u"5 seconds for pack review (untimed draft)",
-         hidden,
-         {u":05"_s, true, true},
-         hidden},
-        {"R",
-         6,
-         u"5 seconds for pack review (untimed draft)",
-         hidden,
-         {u":05"_s, true, true},
-         hidden},
-    };
+    const Clock five{u":05"_s, true, true};
+    const char16_t* const longer = u"20 seconds for pack review...";
+    const char16_t* const shorter = u"5 seconds for pack review (untimed draft)";
+    const Case cases[] = {{"R19", 21, longer, off, {u":20"_s, true, true}, off},
+                          {"R030", 6, shorter, hidden, five, hidden},
+                          {"R", 6, shorter, hidden, five, hidden}};
     for (const Case& c : cases) {
         ClientWorld world;
+        setting::clientPlace.write(world.shell.settings(), u"10500 10500"_s);
         world.start(c.info);
         FrmClient& client = world.frmClient();
         EXPECT_EQ(client.heightTwips(), 7200);
+        EXPECT_TRUE(client.screen()->availableGeometry().contains(client.frameGeometry()));
         EXPECT_TRUE(client.fraRoch->isVisible() && client.lstPicked->isHidden());
         EXPECT_FALSE(client.fraBooster->isVisible());
         EXPECT_TRUE(clockOf(client) == c.before) << c.info;

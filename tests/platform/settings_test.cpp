@@ -62,41 +62,28 @@ TEST(SettingsStore, ASectionComesInTheOrderOfItsKeys) {
 }
 
 TEST(Settings, AreStoredWhereTheyAlwaysWere) {
-    struct Row {
-        setting::Key key;
-        QString stored;  // section, key and default
-    };
-    const Row rows[] = {{setting::serverPort, u"Server Port 5252"_s},
-                        {setting::runClient, u"Server RunClient 1"_s},
-                        {setting::draftType, u"Server DraftType B"_s},
-                        {setting::timed, u"Server Timed 1"_s},
-                        {setting::time, u"Server Time 25"_s},
-                        {setting::fixSeats, u"Server FixSeats 0"_s},
-                        {setting::packCount, u"Server PackCount 3"_s},
-                        {setting::pack[0], u"Server Pack1 "_s},
-                        {setting::pack[1], u"Server Pack2 "_s},
-                        {setting::pack[2], u"Server Pack3 "_s},
-                        {setting::pack[3], u"Server Pack4 "_s},
-                        {setting::pack[4], u"Server Pack5 "_s},
-                        {setting::pack[5], u"Server Pack6 "_s},
-                        {setting::silence, u"Server Silence 0"_s},
-                        {setting::halt, u"Server Halt 0"_s},
-                        {setting::reality, u"Server Reality 0"_s},
-                        {setting::clientName, u"Client Name "_s},
-                        {setting::clientPort, u"Client Port 5252"_s},
-                        {setting::showInfo, u"Client ShowInfo 1"_s},
-                        {setting::savePath, u"Client SavePath "_s},
-                        {setting::serverPlace, u"Forms Server 0 0"_s},
-                        {setting::clientPlace, u"Forms Client 0 0"_s},
-                        {setting::messagePlace, u"Forms Message 0 0"_s},
-                        {setting::messageSize, u"Forms MessageSize 5895 2385"_s},
-                        {setting::securityPlace, u"Forms Security 0 0"_s}};
+    using namespace setting;
+    const Key keys[] = {serverPort,  runClient,   draftType,    timed,       time,
+                        fixSeats,    packCount,   pack[0],      pack[1],     pack[2],
+                        pack[3],     pack[4],     pack[5],      silence,     halt,
+                        reality,     clientName,  clientPort,   showInfo,    savePath,
+                        serverPlace, clientPlace, messagePlace, messageSize, securityPlace};
+    const QString stored =
+        u"Server/Port=5252, Server/RunClient=1, Server/DraftType=B, Server/Timed=1, "
+        u"Server/Time=25, "
+        u"Server/FixSeats=0, Server/PackCount=3, Server/Pack1=, Server/Pack2=, Server/Pack3=, "
+        u"Server/Pack4=, Server/Pack5=, Server/Pack6=, Server/Silence=0, Server/Halt=0, "
+        u"Server/Reality=0, Client/Name=, Client/Port=5252, Client/ShowInfo=1, Client/SavePath=, "
+        u"Forms/Server=0 0, Forms/Client=0 0, Forms/Message=0 0, Forms/MessageSize=5895 2385, "
+        u"Forms/Security=0 0"_s;
     const StoreFile file;
     const SettingsStore empty(file.path);
-    for (const Row& row : rows) {
-        const SettingsStore::Entry entry = row.key.entry(row.key.read(empty));
-        EXPECT_EQ(QStringList({entry.section, entry.key, entry.value}).join(u' '), row.stored);
+    QStringList all;
+    for (const Key& key : keys) {
+        const SettingsStore::Entry entry = key.entry(key.read(empty));
+        all += entry.section + u'/' + entry.key + u'=' + entry.value;
     }
+    EXPECT_EQ(all.join(u", "_s), stored);
 }
 
 }  // namespace
