@@ -80,9 +80,9 @@ TEST_F(Chat, FoldsAtTheWidthAndPushesOutTheOldest) {
 TEST_F(Chat, ALineOfTheFullWidthIsSeenToItsEnd) {
     const ListBox& list = *window.lstMessage;
     EXPECT_EQ(list.textElideMode(), Qt::ElideNone);
+    window.show();
     for (int wider = 0; wider < 100; ++wider) {
         window.setSizeTwips(5895 + wider * 15, 2385);
-        window.Form_Resize();
         const double line =
             QFontMetricsF(list.font()).horizontalAdvance(QString(window.maxChars, u'W'));
         const int margin = list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list);
