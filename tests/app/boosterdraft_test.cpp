@@ -3,19 +3,8 @@
 #include "common/codepage.h"
 #include "deck/deckfile.h"
 
-#include <QFile>
-#include <QPlainTextEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 constexpr int kPlayers = 8;
 constexpr int kLeaver = 5;  // seat index

@@ -1,22 +1,10 @@
 #include "app/draftparty.h"
 #include "deck/deckfile.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QLineEdit>
-#include <QProcess>
-#include <QRadioButton>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 constexpr int kBots = 8;
 

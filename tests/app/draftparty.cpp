@@ -4,23 +4,9 @@
 #include "deck/dirlistbox.h"
 #include "engine/samplefiles.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProcess>
-#include <QRadioButton>
-#include <QTcpServer>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace packwise {
-
-using namespace Qt::Literals::StringLiterals;
 
 bool spinUntil(const std::function<bool()>& condition, int milliseconds) {
     QElapsedTimer clock;

@@ -6,12 +6,6 @@
 #include "app/program.h"
 #include "support/boxscript.h"
 
-#include <QTemporaryDir>
-
-#include <functional>
-#include <memory>
-#include <vector>
-
 namespace packwise {
 
 inline constexpr int kRounds = 3;

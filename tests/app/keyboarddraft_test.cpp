@@ -5,22 +5,8 @@
 #include "deck/deckfile.h"
 #include "deck/dirlistbox.h"
 
-#include <QApplication>
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
-#include <array>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 constexpr int kPicks = 15;  // three packs of five
 

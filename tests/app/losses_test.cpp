@@ -4,16 +4,8 @@
 #include "app/draftparty.h"
 #include "client/cardlist.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 constexpr int kSmallTable = 3;
 constexpr int kSmallPack = 3;

@@ -2,16 +2,8 @@
 #include "app/draftparty.h"
 #include "common/protocol.h"
 
-#include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 constexpr int kPatience = 20'000;  // milliseconds; only a failing test waits that long
 

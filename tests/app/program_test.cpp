@@ -2,14 +2,8 @@
 
 #include "app/draftparty.h"
 
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(Program, TheStartWindowLeadsToOneOfTwoWindowsAndIsGone) {
     Player joins(1);

@@ -1,17 +1,8 @@
 #include "app/draftparty.h"
 #include "client/cardlist.h"
 
-#include <QLabel>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
-#include <map>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 using Counts = std::map<QString, int>;
 

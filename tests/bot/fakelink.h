@@ -2,11 +2,7 @@
 #pragma once
 
 #include "bot/player.h"
-
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
+#include "support/test.h"
 
 namespace packwise {
 

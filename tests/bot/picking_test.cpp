@@ -1,11 +1,6 @@
 #include "bot/deckplan.h"
 #include "bot/picker.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-#include <set>
+#include "support/test.h"
 
 namespace packwise {
 namespace {

@@ -2,10 +2,7 @@
 
 #include "bot/fakelink.h"
 #include "engine/samplefiles.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "support/test.h"
 
 namespace packwise {
 namespace {

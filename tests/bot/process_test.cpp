@@ -3,22 +3,6 @@
 #include "deck/deckfile.h"
 #include "support/peer.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-#include <QTcpServer>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <functional>
-#include <set>
-
-using namespace Qt::Literals;
-
 namespace packwise {
 namespace {
 

@@ -2,8 +2,6 @@
 
 namespace packwise {
 
-using namespace Qt::Literals::StringLiterals;
-
 ClientWorld::ClientWorld()
     : frmMessage([this] { return std::make_unique<FrmMessage>(shell, *this); }),
       frmSave([this] { return std::make_unique<FrmSave>(shell); }),

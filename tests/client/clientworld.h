@@ -17,20 +17,6 @@
 #include "support/fakeshell.h"
 #include "support/peer.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTcpServer>
-#include <QTest>
-#include <QTimer>
-
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
-
 namespace packwise {
 
 class ClientWorld : public ClientLink, public DeckLink {

@@ -1,14 +1,10 @@
 #include "client/clientworld.h"
 #include "common/settings.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QToolTip>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(FrmConnect, RestoresNameAndPortAndOffersTheClipboardAsAddress) {
     ClientWorld world;

@@ -3,12 +3,8 @@
 #include <QLineF>
 #include <QSignalSpy>
 
-#include <algorithm>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(ClientDispatch, KeepsTheRoster) {
     ClientWorld world;

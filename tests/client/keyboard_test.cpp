@@ -1,11 +1,7 @@
 #include "client/clientworld.h"
 
-#include <QApplication>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(ClientKeyboard, DraftsWithoutAMouse) {
     ClientWorld world;

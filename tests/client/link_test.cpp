@@ -4,8 +4,6 @@
 namespace packwise {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-
 TEST(ClientLink, JoinsByteForByteAndAnswers) {
     ClientWorld world;
     setting::clientPlace.write(world.shell.settings(), u"0 -7500"_s);  // nothing of it is in view

@@ -1,15 +1,10 @@
 #include "client/clientworld.h"
 #include "client/elidedlabel.h"
 
-#include <QApplication>
 #include <QTextDocument>
-
-#include <algorithm>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 std::string pack(int cards) {
     std::string text;

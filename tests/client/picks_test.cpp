@@ -3,13 +3,10 @@
 
 #include <QAccessible>
 
-#include <algorithm>
 #include <random>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 constexpr const char* kLetters = "BUGRWAML";
 constexpr QRgb kDotColors[] = {0x000000, 0x0000FF, 0x00FF00, 0xFF0000,

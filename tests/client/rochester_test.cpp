@@ -1,12 +1,8 @@
 #include "client/clientworld.h"
 #include "common/settings.h"
 
-#include <QScreen>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 std::string enabledNames(const FrmClient& client) {
     std::string names;

@@ -1,11 +1,9 @@
 #include "common/codepage.h"
 
-#include <gtest/gtest.h>
+#include "support/test.h"
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(CodePage, EveryByteSurvivesTheScreen) {
     std::string all;

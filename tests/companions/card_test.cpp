@@ -1,20 +1,8 @@
 #include "companions/frmcard.h"
 #include "support/fakeshell.h"
 
-#include <QDir>
-#include <QFile>
-#include <QGuiApplication>
-#include <QLabel>
-#include <QScreen>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 std::string field(std::string_view text) {
     std::string bytes;

@@ -3,21 +3,11 @@
 #include "companions/frmmessage.h"
 #include "support/fakeshell.h"
 
-#include <QClipboard>
 #include <QFontMetricsF>
-#include <QGuiApplication>
-#include <QPlainTextEdit>
-#include <QScreen>
 #include <QStyle>
-#include <QTest>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 using testing::ElementsAre;
 
 class Chat : public testing::Test {

@@ -2,9 +2,7 @@
 #pragma once
 
 #include "companions/clientlink.h"
-
-#include <string>
-#include <vector>
+#include "support/test.h"
 
 namespace packwise {
 

@@ -2,16 +2,9 @@
 #include "support/fakeshell.h"
 
 #include <QDesktopServices>
-#include <QLabel>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 // Stands for the user's browser.
 class Browser : public QObject {

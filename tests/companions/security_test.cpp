@@ -2,16 +2,8 @@
 #include "companions/frmsecurity.h"
 #include "support/fakeshell.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 class Security : public testing::Test {
 protected:

@@ -1,12 +1,7 @@
 #include "deck/deckfixture.h"
 
-#include <QCheckBox>
-#include <QTest>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST_F(DeckBuilder, LaysOutTheGroupsThatHaveCards) {
     deal({{0, "Night|Night|"}, {7, "Cave|"}});

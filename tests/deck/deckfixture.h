@@ -5,17 +5,6 @@
 #include "deck/frmsave.h"
 #include "support/fakeshell.h"
 
-#include <QLabel>
-#include <QPushButton>
-
-#include <gtest/gtest.h>
-
-#include <initializer_list>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace packwise {
 
 class FakeDeckLink : public DeckLink {

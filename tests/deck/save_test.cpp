@@ -5,24 +5,13 @@
 #include "platform/wholefile.h"
 #include "support/faults.h"
 
-#include <QApplication>
-#include <QComboBox>
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QLocale>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <optional>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 class SaveAs : public DeckBuilder {
 protected:

@@ -1,16 +1,13 @@
 #include "deck/timestamp.h"
 
 #include "common/codepage.h"
+#include "support/test.h"
 
 #include <QDateTime>
 #include <QLocale>
 
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 const QDateTime kMorning(QDate(2026, 11, 18), QTime(6, 25, 38));
 

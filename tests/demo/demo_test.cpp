@@ -1,17 +1,8 @@
 // The demonstration as a process of its own.
 #include "deck/deckfile.h"
+#include "support/test.h"
 
-#include <QDir>
-#include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-#include <set>
-
-using namespace Qt::Literals;
 
 namespace packwise {
 namespace {

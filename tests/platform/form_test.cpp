@@ -1,15 +1,9 @@
 #include "platform/form.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "support/test.h"
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 class StubbornForm : public Form {
 public:

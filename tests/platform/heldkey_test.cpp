@@ -4,19 +4,12 @@
 #include "platform/listbox.h"
 #include "support/keys.h"
 
-#include <QCheckBox>
 #include <QKeyEvent>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 // A window with a default button.
 class EnterForm : public Form {

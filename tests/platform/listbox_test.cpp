@@ -1,15 +1,12 @@
 #include "platform/listbox.h"
 
-#include <QHelpEvent>
-#include <QTest>
-#include <QToolTip>
+#include "support/test.h"
 
-#include <gtest/gtest.h>
+#include <QHelpEvent>
+#include <QToolTip>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(ListBox, RemovingTheCurrentRowLeavesNoneCurrentAndAnotherLeavesItOnItsCard) {
     ListBox list;

@@ -1,17 +1,11 @@
 #include "platform/messageboxes.h"
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
+#include "support/test.h"
 
-#include <gtest/gtest.h>
+#include <QMessageBox>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(MessageBoxes, AQuestionIsAnsweredNoUnlessYesIsChosen) {
     struct Row {

@@ -2,16 +2,10 @@
 
 #include "platform/settingsstore.h"
 #include "support/faults.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "support/test.h"
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 struct StoreFile {
     QTemporaryDir folder;

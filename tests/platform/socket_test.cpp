@@ -4,9 +4,6 @@
 
 #include <QNetworkProxy>
 #include <QSignalSpy>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 #ifdef Q_OS_LINUX
 #include <sys/resource.h>
@@ -15,8 +12,6 @@
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 class SocketTest : public testing::Test {
 protected:

@@ -1,17 +1,10 @@
 #include "platform/wholefile.h"
 
 #include "support/faults.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-#include <optional>
+#include "support/test.h"
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 QByteArray bytesOf(const QString& path) {
     QFile file(path);

@@ -8,18 +8,7 @@
 #include "support/fakeshell.h"
 #include "support/peer.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDir>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
-
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace packwise {
 

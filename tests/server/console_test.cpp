@@ -1,16 +1,10 @@
 #include "server/bench.h"
 #include "support/keys.h"
 
-#include <QApplication>
 #include <QGroupBox>
-#include <QLabel>
-
-#include <gtest/gtest.h>
 
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(Console, FirstRunShowsTheDefaults) {
     Bench bench;

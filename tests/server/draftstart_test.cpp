@@ -1,14 +1,7 @@
 #include "server/bench.h"
 
-#include <QLabel>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 using testing::UnorderedElementsAre;
 
 // What a start stores.

@@ -2,12 +2,8 @@
 
 #include <QMouseEvent>
 
-#include <gtest/gtest.h>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(Losses, KickTellsTheOthersAndKeepsTheSelection) {
     Bench bench;

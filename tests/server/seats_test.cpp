@@ -2,14 +2,8 @@
 
 #include <QElapsedTimer>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 namespace packwise {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 TEST(Seats, JoinAsTheProtocolTellsIt) {
     Bench bench;

@@ -1,9 +1,5 @@
 #include "support/boxscript.h"
 
-#include <gtest/gtest.h>
-
-#include <utility>
-
 namespace packwise {
 
 BoxScript::BoxScript(MessageBoxes& boxes) : boxes_(boxes) {

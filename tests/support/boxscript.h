@@ -3,12 +3,7 @@
 #pragma once
 
 #include "platform/messageboxes.h"
-
-#include <QString>
-
-#include <deque>
-#include <functional>
-#include <vector>
+#include "support/test.h"
 
 namespace packwise {
 

@@ -5,10 +5,6 @@
 #include "common/shell.h"
 #include "support/boxscript.h"
 
-#include <QTemporaryDir>
-
-#include <set>
-
 namespace packwise {
 
 class FakeShell : public Shell {

@@ -1,9 +1,7 @@
 // Keys as a window gets them from the system, repeats included.
 #pragma once
 
-#include <QCoreApplication>
-#include <QTest>
-#include <QWidget>
+#include "support/test.h"
 
 namespace packwise {
 

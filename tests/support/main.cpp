@@ -1,10 +1,7 @@
 #include "platform/look.h"
+#include "support/test.h"
 
-#include <QApplication>
 #include <QSettings>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 // The main of every test program with windows: no display, and settings of its own.
 int main(int argc, char** argv) {

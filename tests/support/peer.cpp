@@ -1,7 +1,5 @@
 #include "support/peer.h"
 
-#include <QTest>
-
 namespace packwise {
 
 namespace {

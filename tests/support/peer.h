@@ -3,15 +3,7 @@
 // accepted socket, the server of a client under test.
 #pragma once
 
-#include <QTcpServer>
-#include <QTcpSocket>
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
+#include "support/test.h"
 
 namespace packwise {
 
