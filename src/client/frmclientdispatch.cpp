@@ -336,6 +336,9 @@ void FrmClient::onOver(std::string_view) {
     // A player who was about to leave has a deck to build now.
     tmrClose->stop();
     draftOver_ = true;
+    // Where the player looks, and not over the chat, which says what to do now.
+    frmDeckBuild_->move(pos());
+    frmDeckBuild_->moveIntoWorkArea();
     frmDeckBuild_->show();
     frmSecurity_->show();
     hide();

@@ -73,9 +73,11 @@ TEST(ClientDispatch, SeatsTheTableAndTakesItsDraftSize) {
     EXPECT_EQ(client.shaSeat[0]->fillColor(), shade::red);
 
     EXPECT_FALSE(world.frmDeckBuild->chkSnow->isEnabled());
+    world.frmClient->move(100, 60);
     world.tell("SNOW~OVER~");
     EXPECT_TRUE(world.frmDeckBuild->chkSnow->isEnabled());
     EXPECT_TRUE(world.frmDeckBuild.isVisible() && world.frmSecurity.isVisible());
+    EXPECT_EQ(world.frmDeckBuild->pos(), client.pos());
     EXPECT_FALSE(client.isVisible());
     EXPECT_EQ(client.wskClient->state(), Socket::Connected);
 }
