@@ -87,7 +87,10 @@ void FrmClient::onClos(std::string_view) {
     tmrMisc->stop();
     frmMessage_->txtSend->setEnabled(false);
     if (draftType != ' ' && !draftOver_) {
-        frmMessage_->showNote(u"The draft was stopped. Last word of the server: "_s + lastSaid_);
+        frmMessage_->showNote(lastSaid_.isEmpty()
+                                  ? u"The host has stopped the draft."_s
+                                  : u"The draft was stopped. Last word of the server: "_s +
+                                        lastSaid_);
     }
 }
 
@@ -204,6 +207,7 @@ void FrmClient::onInfo(std::string_view body) {
     if (!seconds) {
         return;
     }
+    lastSaid_.clear();  // what was said before the draft is not why it stops
     fraDraft_->show();
     int height = heightTwips();
     if (body.front() == 'B') {

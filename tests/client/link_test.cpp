@@ -195,17 +195,20 @@ TEST(ClientLink, StaysInTheDeckBuilderWhenTheDraftEndsWhileOneLeaves) {
 }
 
 TEST(ClientLink, TellsWhyTheDraftWasStoppedAndWhatToDoAfterIt) {
-    const std::pair<const char*, QString> cases[] = {
-        {"CLOS~", u"The draft was stopped. Last word of the server: Bob disconnected"_s},
-        {"OVER~", u"The draft is over. Build a deck of at least 40 cards, then press Save As."_s}};
-    for (const auto& [end, note] : cases) {
+    const std::tuple<const char*, const char*, QString> cases[] = {
+        {"MESGDraft is A~INFOB~", "CLOS~", u"Draft is A* The host has stopped the draft."_s},
+        {"MESGBob disconnected~", "CLOS~",
+         u"Bob disconnected* The draft was stopped. Last word of the server: Bob disconnected"_s},
+        {"", "OVER~",
+         u"* The draft is over. Build a deck of at least 40 cards, then press Save As."_s}};
+    for (const auto& [word, end, lines] : cases) {
         ClientWorld world;
         world.start("B");
-        world.tell("MESGBob disconnected~");
+        world.tell(word);
         world.server.say(end);
         const ListBox& chat = *world.frmMessage->lstMessage;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return chat.count() > 1; }));
-        EXPECT_EQ(chat.texts().join(QString()), QString(u"Bob disconnected* "_s + note));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return chat.texts().join(QString()) == lines; }))
+            << chat.texts().join(u'|').toStdString();
     }
 }
 
