@@ -85,9 +85,10 @@ int readNumberPair(const QString& text, int& first, int& second) {
 QPoint freePlace(const QSize& size, const QList<QRect>& taken, const QRect& screen) {
     QList<QPoint> places{screen.topLeft()};
     for (const QRect& rect : taken) {
+        // Below comes first: at the right of a window is where it shows a card.
         places +=
-            {QPoint(rect.right() + 1, rect.top()), QPoint(rect.left(), rect.bottom() + 1),
-             QPoint(rect.right() + 1, screen.top()), QPoint(screen.left(), rect.bottom() + 1)};
+            {QPoint(rect.left(), rect.bottom() + 1), QPoint(rect.right() + 1, rect.top()),
+             QPoint(screen.left(), rect.bottom() + 1), QPoint(rect.right() + 1, screen.top())};
     }
     for (const QPoint& place : places) {
         const QRect rect(place, size);

@@ -57,6 +57,7 @@ TEST(Form, AWindowWithoutAStoredPlaceCoversNoOther) {
     const QRect screen(0, 0, 1000, 800);
     const QSize size(400, 300);
     EXPECT_EQ(freePlace(size, {}, screen), QPoint(0, 0));
+    EXPECT_EQ(freePlace(size, {QRect(QPoint(), size)}, screen), QPoint(0, 300));
     QList<QRect> taken;
     for (int window = 0; window < 4; ++window) {  // four have room, the fifth has to overlap
         const QRect rect(freePlace(size, taken, screen), size);
