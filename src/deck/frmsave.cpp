@@ -69,8 +69,6 @@ void FrmSave::connectControls() {
     connect(dlbDir, &DirListBox::pathChanged, this, &FrmSave::dlbDir_Change);
     connect(flbFile, &QListWidget::itemSelectionChanged, this, &FrmSave::flbFile_Click);
     connect(flbFile, &QListWidget::itemClicked, this, &FrmSave::flbFile_Click);
-    txtSaveName->installEventFilter(this);
-    cmdOK->installEventFilter(this);
     connect(txtSaveName, &QLineEdit::returnPressed, this, &FrmSave::cmdOK_Click);
     connect(cmdOK, &QPushButton::clicked, this, &FrmSave::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &FrmSave::cmdCancel_Click);
@@ -145,17 +143,6 @@ void FrmSave::showEvent(QShowEvent* event) {
     Form::showEvent(event);
     dlbDir_Change();
     txtSaveName->setFocus();
-}
-
-bool FrmSave::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
-        const auto& key = *static_cast<const QKeyEvent*>(event);
-        const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-        if (held_.isRepeated(key) && isEnter) {
-            return true;
-        }
-    }
-    return Form::eventFilter(watched, event);
 }
 
 void FrmSave::keyPressEvent(QKeyEvent* event) {

@@ -4,7 +4,6 @@
 #include "common/shell.h"
 #include "deck/dirlistbox.h"
 #include "platform/form.h"
-#include "platform/heldkey.h"
 #include "platform/listbox.h"
 
 class QComboBox;
@@ -49,8 +48,6 @@ protected:
     bool queryUnload(UnloadMode mode) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    // A key that is held down saves nothing: it may be the one that has opened this window.
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
@@ -59,7 +56,6 @@ private:
 
     Shell& shell_;
     qint64 fileSize_ = 0;
-    HeldKey held_;
 };
 
 }  // namespace packwise

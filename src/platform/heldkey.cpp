@@ -2,22 +2,28 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QWidget>
 
 namespace packwise {
 
 namespace {
 
-// A window presses its default button on an Enter that none of its controls has taken.
+// A window presses its default button on an Enter that none of its controls has taken, and a box
+// of one line does nothing with it but to tell its window.
 bool answersToEnter(const QObject* watched) {
-    return watched->isWidgetType() && static_cast<const QWidget*>(watched)->isWindow();
+    return qobject_cast<const QLineEdit*>(watched) ||
+           (watched->isWidgetType() && static_cast<const QWidget*>(watched)->isWindow());
+}
+
+bool isEnter(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 }  // namespace
 
 bool pressesButtons(int key) {
-    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
-           key == Qt::Key_Select;
+    return key == Qt::Key_Space || isEnter(key) || key == Qt::Key_Select;
 }
 
 HeldKeys::HeldKeys() {
@@ -35,8 +41,9 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::KeyRelease:
         case QEvent::KeyPress: {
             const auto& key = *static_cast<QKeyEvent*>(event);
-            return key_.isRepeated(key) && pressesButtons(key.key()) &&
-                   (qobject_cast<QAbstractButton*>(watched) || answersToEnter(watched));
+            return key_.isRepeated(key) &&
+                   ((pressesButtons(key.key()) && qobject_cast<QAbstractButton*>(watched)) ||
+                    (isEnter(key.key()) && answersToEnter(watched)));
         }
         default:
             return false;

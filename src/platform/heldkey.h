@@ -31,8 +31,8 @@ private:
 bool pressesButtons(int key);
 
 // While it lives, no repeated key presses a button in any window of the process, neither by the
-// focus nor as the button's letter nor as a window's Enter. Text boxes, lists and scroll bars get
-// theirs. Several may live at once.
+// focus nor as the button's letter nor as the Enter of a window or of a box of one line. All else
+// reaches text boxes, lists and scroll bars. Several may live at once.
 class HeldKeys : public QObject {
 public:
     HeldKeys();

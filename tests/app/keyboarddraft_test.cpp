@@ -4,6 +4,7 @@
 #include "client/cardlist.h"
 #include "deck/deckfile.h"
 #include "deck/dirlistbox.h"
+#include "support/keys.h"
 
 namespace packwise {
 namespace {
@@ -123,6 +124,8 @@ void buildDeck(FrmDeckBuild& builder) {
     press(Qt::Key_P, Qt::AltModifier);
     EXPECT_TRUE(spinUntil([&] { return builder.lstDeck->texts().contains(u"Plains"_s); }));
     tabTo(builder.cmdLand[2]);
+    holdKey(builder, Qt::Key_Return);
+    EXPECT_EQ(builder.lblDeckCount->text().toInt(), kPicks) << "one land for one press";
     while (builder.lblDeckCount->text().toInt() < 40) {
         press(Qt::Key_Space);
         ASSERT_EQ(builder.lstDeck->texts().last(), u"Forest"_s);

@@ -43,6 +43,7 @@ TEST(ClientKeyboard, DraftsWithoutAMouse) {
     QTest::keyClick(client.cmdOK, Qt::Key_Space);
     EXPECT_TRUE(world.server.hears("RPOK~"));
     EXPECT_TRUE(client.lstPack->hasFocus());
+    EXPECT_EQ(client.lstPickedNS->focusPolicy(), Qt::StrongFocus);
     client.lstPicked->show();
 
     client.fraColors->setFocus();

@@ -6,7 +6,6 @@
 #include "support/faults.h"
 
 #include <QDateTime>
-#include <QKeyEvent>
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -151,22 +150,6 @@ TEST_F(SaveAs, AFailedSaveEndsTheProgramAndKeepsTheDeckAmongTheDocuments) {
     EXPECT_TRUE(shell.ended());
     EXPECT_EQ(window.lstDeck->count(), 40);
     EXPECT_TRUE(link.sent.empty());
-}
-
-TEST_F(SaveAs, AHeldReturnSavesNothing) {
-    openWithDeck();
-    for (QWidget* focus : std::initializer_list<QWidget*>{save->txtSaveName, save->cmdOK}) {
-        for (const bool flagged : {true, false}) {  // else the same time tells
-            for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
-                QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier, u"\r"_s, flagged);
-                held.setTimestamp(2501);
-                QApplication::sendEvent(focus, &held);
-            }
-        }
-    }
-    EXPECT_TRUE(save->isVisible());
-    QTest::keyClick(save->txtSaveName, Qt::Key_Return);
-    EXPECT_EQ(link.sent.size(), 1U);
 }
 
 TEST_F(SaveAs, EveryWayBackEnablesTheBuilder) {

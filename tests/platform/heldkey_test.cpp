@@ -37,6 +37,8 @@ TEST(HeldKeys, PressNoButtonAndServeEverythingElse) {
     }
     int clicks = 0;
     QObject::connect(&button, &QPushButton::clicked, [&clicks] { ++clicks; });
+    int returns = 0;
+    QObject::connect(&edit, &QLineEdit::returnPressed, [&returns] { ++returns; });
     window.show();
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -62,6 +64,7 @@ TEST(HeldKeys, PressNoButtonAndServeEverythingElse) {
     edit.clear();
     holdKey(window, Qt::Key_Return);
     EXPECT_EQ(window.enters, 1);
+    EXPECT_EQ(returns, 1) << "what opens a window must not press its button through its text box";
     holdKey(window, Qt::Key_A, u"a"_s);
     EXPECT_EQ(edit.text(), u"aaaa"_s);
     list.setFocus();
