@@ -18,10 +18,14 @@ TEST(ClientLink, JoinsByteForByteAndAnswers) {
     EXPECT_TRUE(world.server.hears("PING~"));
     world.server.say("PING~PONG~TEST~");
     EXPECT_TRUE(world.server.hears("PONG~TEST~"));
+    client.move(100, 0);  // no room for the chat at the right
     world.tell("STATDraft in progress~MESGAnn has joined~");
     EXPECT_EQ(client.lblStatus->text(), u"Draft in progress"_s);
     EXPECT_TRUE(world.frmMessage.isVisible());
     EXPECT_EQ(world.frmMessage->lstMessage->texts(), QStringList{u"Ann has joined"_s});
+    world.tell("INFOR~");
+    EXPECT_FALSE(world.frmMessage->geometry().intersects(client.geometry()))
+        << "chat over the ring";
 }
 
 TEST(ClientLink, ReadsAStreamHoweverItIsCut) {
