@@ -8,6 +8,7 @@
 
 namespace packwise {
 namespace {
+
 using testing::ElementsAre;
 
 class Chat : public testing::Test {
@@ -55,8 +56,9 @@ TEST_F(Chat, SmallestWindowHoldsEightLinesOfThirtyTwoCharacters) {
 
 TEST_F(Chat, FoldsAtTheWidthAndPushesOutTheOldest) {
     window.Receive(std::string(31, 'a'));
-    window.Receive("four " + std::string(35, 'b'));
-    EXPECT_THAT(lines(), ElementsAre(std::string(31, 'a'), "four ", std::string(32, 'b'), "bbb"));
+    window.Receive("two four " + std::string(35, 'b'));
+    EXPECT_THAT(lines(),
+                ElementsAre(std::string(31, 'a'), "two four ", std::string(32, 'b'), "bbb"));
     for (int line = 0; line < 4; ++line) {
         window.Receive("x");
     }

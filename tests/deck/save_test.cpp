@@ -1,3 +1,4 @@
+#include "common/codepage.h"
 #include "common/settings.h"
 #include "deck/deckfile.h"
 #include "deck/deckfixture.h"
@@ -227,6 +228,47 @@ TEST_F(SaveAs, AFolderThatIsGoneGivesTheCurrentOne) {
         setting::savePath.write(shell.settings(), stored);
         const FrmSave dialog(shell);
         EXPECT_EQ(dialog.dlbDir->path(), QDir::currentPath());
+    }
+}
+
+TEST(DeckFile, CountsDeckDoubleSideboardOnceAndTheHeaderAgainst) {
+    const std::string_view stamp = "11/18/2026 6:25:38 AM";
+    std::vector<std::string> deck(17, "Swamp");
+    deck.insert(deck.end(), 23, "Island");
+    const DeckFile file = makeDeckFile(stamp, deck, {"Forest", "Plains"});
+    EXPECT_EQ(file.code, 44281);
+    EXPECT_EQ(codeOfDeckFile(file.text), 44281);
+    EXPECT_EQ(std::count(file.text.begin(), file.text.end(), '\n'), 43);
+
+    EXPECT_EQ(makeDeckFile(stamp, {"Snow-Covered Swamp"}, {"\xC6ther Fox"}).text,
+              "//NAME: Packwise deck 11/18/2026 6:25:38 AM\r\n"
+              "    1 Snow-Covered Swamp\r\n"
+              "SB: 1 \xC6ther Fox\r\n");
+    EXPECT_EQ(makeDeckFile(stamp, {}, {"\xFF"}).code, 255 - 2379);
+    EXPECT_EQ(codeOfDeckFile("no deck"), std::nullopt);
+}
+
+const QDateTime kMorning(QDate(2026, 11, 18), QTime(6, 25, 38));
+
+TEST(TimeStamp, FollowsTheUsersSettings) {
+    const std::pair<QString, QString> cases[] = {{u"en_US"_s, u"11/18/2026 6:25:38 AM"_s},
+                                                 {u"de_DE"_s, u"18.11.2026 06:25:38"_s},
+                                                 {u"en_GB"_s, u"18/11/2026 06:25:38"_s}};
+    for (const auto& [locale, stamp] : cases) {
+        EXPECT_EQ(timeStamp(kMorning, QLocale(locale)), stamp);
+    }
+}
+
+// Whatever the language, the stamp survives the way into the file and tells the second.
+TEST(TimeStamp, HoldsSecondsAndTheCodePageAloneInEveryLanguage) {
+    for (const QLocale& locale :
+         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry)) {
+        const QString stamp = timeStamp(kMorning, locale);
+        const std::string where = locale.name().toStdString() + ": " + stamp.toStdString();
+        EXPECT_TRUE(fitsCodePage(stamp)) << where;
+        EXPECT_TRUE(stamp.contains(u"38"_s)) << where;
+        EXPECT_TRUE(stamp.contains(u"25"_s)) << where;
+        EXPECT_FALSE(stamp.contains(u"  "_s)) << where;
     }
 }
 

@@ -55,16 +55,6 @@ TEST(BoosterFlow, PacksGoUpInOddRoundsAndDownInEvenOnes) {
     EXPECT_THAT(host.take(), IsEmpty());
 }
 
-TEST(BoosterFlow, OnePlayerTakesEachPackAlone) {
-    FakeHost host(1, 3);
-    host.booster.begin();
-    for (int i = 0; i < 9; ++i) {
-        EXPECT_FALSE(host.over);
-        host.receive(1, pickFirst(host, 1));
-    }
-    EXPECT_TRUE(host.over);
-}
-
 TEST(BoosterFlow, IgnoresWhatWouldBreakTheLockStep) {
     FakeHost host(2, 3);
     host.receive(1, "BPCK");
@@ -136,40 +126,6 @@ TEST(BoosterFlow, EachCardIsPickedFromItsOwnShareOfTheDraw) {
         host.tick();
         EXPECT_EQ(host.booster.seatPack(0), left) << u;
     }
-}
-
-TEST(BoosterFlow, ASeatLostInsideAWriteIsAnsweredForAndTheOthersGetTheirPacks) {
-    for (const std::string where : {"ROUN1", "BOOSU0a0|U0a1|U0a2|", "BSTA0", "BSTA1", "ROUN2"}) {
-        FakeHost host(2, 3);
-        host.onWrite = [&host, where](int, std::string_view text) {
-            if (text == where) {
-                host.lose(1);
-            }
-        };
-        host.booster.begin();
-        int ticks = 0;
-        for (; !host.over && ticks < 100; ++ticks) {
-            for (const int socket : {1, 2}) {
-                if (!host.dropped(socket)) {
-                    host.receive(socket, pickFirst(host, socket));
-                }
-            }
-            host.tick();
-        }
-        EXPECT_TRUE(host.dropped(1)) << where;
-        EXPECT_LE(ticks, 10) << where;
-    }
-}
-
-TEST(BoosterFlow, StopsWithoutAWordWhenNoPackCanBeDealt) {
-    FakeHost host(2, 3);
-    host.packsToMake = 1;
-    host.booster.begin();
-    host.lose(1);
-    host.tick();
-    host.receive(2, "BPCK");
-    EXPECT_THAT(host.take(), ElementsAre("ROUN1"));
-    EXPECT_FALSE(host.booster.running());
 }
 
 }  // namespace

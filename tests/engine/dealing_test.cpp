@@ -2,10 +2,13 @@
 
 #include "common/protocol.h"
 #include "engine/samplefiles.h"
+#include "engine/seating.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <map>
+#include <numeric>
 #include <random>
 #include <set>
 
@@ -130,6 +133,24 @@ TEST(Dealing, EndsWhateverTheGeneratorAndTheCards) {
     folder.write("Stuck.ord", text + "UB\n");
     EXPECT_EQ(realPack(folder.path(), "Stuck", [] { return 0.0; }), "UA|UB|");
     EXPECT_FALSE(realPack(folder.path(), "None", seeded(1)));
+}
+
+TEST(Seating, EveryOrderComesFromItsOwnEqualShareOfTheDraw) {
+    for (int n = 1; n <= 8; ++n) {
+        std::vector<int> seats(static_cast<std::size_t>(n));
+        std::iota(seats.begin(), seats.end(), 0);
+        const int orders = factorial(n);
+        std::set<std::vector<int>> reached;
+        for (int r = 0; r < orders; ++r) {
+            const auto order = seatAtRandom(seats, (r + 0.5) / orders);
+            ASSERT_TRUE(std::is_permutation(order.begin(), order.end(), seats.begin()));
+            reached.insert(order);
+        }
+        EXPECT_EQ(reached.size(), static_cast<std::size_t>(orders));
+    }
+    EXPECT_THAT(seatAtRandom({0, 1, 3}, 0.0), testing::ElementsAre(0, 1, 3));
+    EXPECT_THAT(seatAtRandom({0, 1, 3}, 0.5), testing::ElementsAre(1, 3, 0));
+    EXPECT_THAT(seatAtRandom({0, 1, 3}, 0.9999999), testing::ElementsAre(3, 1, 0));
 }
 
 }  // namespace

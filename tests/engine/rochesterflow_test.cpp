@@ -37,24 +37,6 @@ std::string playTurns(FakeHost& host) {
     return turns;
 }
 
-TEST(RochesterFlow, TurnsSnakeRoundTheTable) {
-    FakeHost host(3, 3);
-    host.cards = 15;
-    host.rochester.begin();
-    for (const char* turns :
-         {"123321123321123", "231132231132231", "312213312213312", "321123321123321",
-          "213312213312213", "132231132231132", "123321123321123"}) {
-        EXPECT_EQ(playTurns(host), turns);
-    }
-    FakeHost four(4, 3);
-    four.cards = 15;
-    four.rochester.begin();
-    EXPECT_EQ(playTurns(four), "123443211234432");
-    FakeHost one(1, 3);
-    one.rochester.begin();
-    EXPECT_EQ(playTurns(one), "111");
-}
-
 TEST(RochesterFlow, OnePackOnTheWire) {
     FakeHost host(2, 3);
     host.cards = 2;
@@ -187,53 +169,6 @@ TEST(RochesterFlow, EveryRowCanBePickedByAPlayerAndByTheDraw) {
     }
     EXPECT_THAT(host.take(), ElementsAre("RPCK16!", "TURN1", "RPCK011!", "TURN1", "RPCK010!",
                                          "TURN2", "RPCK19!", "TURN2", "RPCK10!", "TURN1"));
-}
-
-TEST(RochesterFlow, ASeatLostInsideAWriteKeepsTheOrderOfMessages) {
-    for (const std::string where : {"ROUN1:1", "BOOSU0a0|", "REVW", "RSTA0", "RSTA1", "TURN1",
-                                    "RPCK00", "RPAU", "TURN2", "ROUN1:2"}) {
-        FakeHost host(2, 3);
-        host.cards = 1;
-        host.onWrite = [&host, where](int, std::string_view text) {
-            if (text == where) {
-                host.lose(2);
-            }
-        };
-        host.rochester.begin();
-        std::string trace;
-        for (int i = 0; !host.over && i < 100; ++i) {
-            host.receive(1, "RROK");
-            host.receive(1, "RPCK0");
-            host.receive(1, "RPOK");
-            if (!host.dropped(2)) {
-                host.receive(2, "RROK");
-                host.receive(2, "RPCK0");
-                host.receive(2, "RPOK");
-            }
-            host.tick();
-        }
-        EXPECT_TRUE(host.over) << where;
-        int answers = 0;
-        for (const std::string& message : host.take()) {
-            if (message == "REVW" || message == "RPAU") {
-                answers = 0;
-            } else if (message.starts_with("RSTA")) {
-                EXPECT_LE(++answers, 2) << where;
-            } else if (message.starts_with("TURN") || message.starts_with("ROUN")) {
-                EXPECT_EQ(answers, message == "ROUN1:1" ? 0 : 2) << where << ' ' << message;
-            }
-        }
-    }
-}
-
-TEST(RochesterFlow, StopsWithoutAWordWhenNoPackCanBeDealt) {
-    FakeHost host(2, 3);
-    host.packsToMake = 0;
-    host.rochester.begin();
-    host.lose(1);
-    host.tick();
-    EXPECT_THAT(host.take(), IsEmpty());
-    EXPECT_FALSE(host.rochester.running());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 namespace packwise {
 namespace {
+
 using testing::UnorderedElementsAre;
 
 // What a start stores.
