@@ -1,6 +1,6 @@
 #include "client/clientworld.h"
+#include "support/ring.h"
 
-#include <QLineF>
 #include <QSignalSpy>
 
 namespace packwise {
@@ -85,25 +85,10 @@ TEST(ClientDispatch, SeatsTheTableAndTakesItsDraftSize) {
 TEST(ClientDispatch, RunsBothRingsClockwise) {
     ClientWorld world;
     const FrmClient& client = world.frmClient();
-    const auto widgets = [](const auto& ring) {
-        return std::vector<QWidget*>(ring.begin(), ring.end());
-    };
-    for (const auto& ring : {widgets(client.shaSeat), widgets(client.lblNameB),
-                             widgets(client.lblNameR), widgets(client.txtLastPick)}) {
-        QRectF around;
-        for (const QWidget* place : ring) {
-            around |= place->geometry();
-        }
-        double turn = 0;
-        for (std::size_t place = 0; place < ring.size(); ++place) {
-            const QLineF here(around.center(), QRectF(ring[place]->geometry()).center());
-            const QLineF next(around.center(), QRectF(ring[(place + 1) % 8]->geometry()).center());
-            const double step = next.angleTo(here);
-            EXPECT_GT(step, 0) << ring[place]->objectName().toStdString();
-            turn += step;
-        }
-        EXPECT_NEAR(turn, 360, 0.1) << ring.front()->objectName().toStdString();
-    }
+    expectClockwise(client.shaSeat);
+    expectClockwise(client.lblNameB);
+    expectClockwise(client.lblNameR);
+    expectClockwise(client.txtLastPick);
 }
 
 TEST(ClientDispatch, CallsAPlayerWhoLooksElsewhere) {

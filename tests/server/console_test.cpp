@@ -172,6 +172,9 @@ TEST(Console, TheEnterThatOpensThePortDoesNotStartTheDraft) {
     bench.shell.script.expect(u"No valid connections"_s);
     holdKey(console, Qt::Key_Return);
     EXPECT_EQ(bench.shell.script.seen().size(), 1U);
+    EXPECT_EQ(bench.shell.script.last().title, u"Packwise 1.41"_s);
+    EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
+    EXPECT_TRUE(console.draftState == "N" && console.cmdStart->isEnabled());
     QApplication::setDoubleClickInterval(interval);
 }
 

@@ -132,35 +132,11 @@ TEST(Seats, MalformedMessagesChangeNothing) {
             peers[0]->rest();
             peers[1]->rest();
         }
-        const std::string huge(60000, 'x');
-        for (const std::string& message :
-             std::initializer_list<std::string>{"",
-                                                "N",
-                                                "NAM",
-                                                "NAME",
-                                                "CARD",
-                                                "CARDU",
-                                                "CARDUa|b",
-                                                "CODE",
-                                                "CODEx",
-                                                "CODE1x",
-                                                "CODE007",
-                                                "CODE99999999999999999999",
-                                                "RPCK",
-                                                "RPCKx",
-                                                "RPCK-1",
-                                                "RPCK99999999999",
-                                                "RPCK0",
-                                                "RAND",
-                                                "RROK",
-                                                "RPOK",
-                                                "SEAT99",
-                                                "BOOSUa|",
-                                                std::string("\0\0\0\0\0", 5),
-                                                "\xFF\xFE\x80\x81",
-                                                huge}) {
-            peers[0]->say(message + "~");
-        }
+        QByteArray messages =
+            "~N~NAM~NAME~CARD~CARDU~CARDUa|b~CODE~CODEx~CODE1x~CODE007~CODE99999999999999999999~"
+            "RPCK~RPCKx~RPCK-1~RPCK99999999999~RPCK0~RAND~RROK~RPOK~SEAT99~BOOSUa|~\xFF\xFE\x80~";
+        messages += QByteArray(5, '\0') + '~' + QByteArray(60000, 'x') + '~';
+        peers[0]->say(messages.toStdString());
         peers[0]->say("PING~");
         EXPECT_TRUE(peers[0]->hears("PONG~"));
         EXPECT_EQ(peers[0]->rest() + peers[1]->rest(), "");
