@@ -59,6 +59,18 @@ Counts playDraft(DraftParty& party) {
     return dealt;
 }
 
+// What one player types is read by everybody who is still there.
+void expectChat(DraftParty& party, int seat, const QString& typed, const QString& line) {
+    QPlainTextEdit* box = party.player(seat).program.frmMessage->txtSend;
+    box->setPlainText(typed);
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_TRUE(spinUntil([&] {
+        return std::ranges::all_of(party.players(), [&](const auto& player) {
+            return player->gone || player->program.frmMessage->lstMessage->texts().contains(line);
+        });
+    })) << line.toStdString();
+}
+
 void expectEveryCardInOnePlace(DraftParty& party, Counts dealt) {
     EXPECT_EQ(total(dealt), kPlayers * kRounds * kCards);
     for (const auto& player : party.players()) {
@@ -103,11 +115,13 @@ TEST(BoosterDraft, EightPlayWhileOneLeavesAndSevenSaveTheirDecks) {
     ASSERT_EQ(cards.setNames().size(), 2);
     DraftParty party(kPlayers, cards.setNames(), kRounds);
     ASSERT_TRUE(party.join());
+    expectChat(party, 1, u"good luck"_s, u"<Player 1> good luck"_s);
     party.start();
 
     const Counts dealt = playDraft(party);
     EXPECT_TRUE(spinUntil([&] { return party.allBuildDecks(); }));
     expectEveryCardInOnePlace(party, dealt);
+    expectChat(party, 0, u"/me builds"_s, u"*Player 0 builds"_s);
 
     const QTemporaryDir decks;
     expectEveryCodeEverywhere(party, decks.path());
@@ -120,38 +134,6 @@ TEST(BoosterDraft, EightPlayWhileOneLeavesAndSevenSaveTheirDecks) {
         }
     }
     EXPECT_FALSE(party.host().program.frmSecurity->closeByUser());
-}
-
-TEST(BoosterDraft, PlayersChatFromJoiningToTheDeckBuilder) {
-    const CardFolder cards;
-    DraftParty party(2, cards.setNames(), kRounds);
-    ASSERT_TRUE(party.join());
-    const auto says = [&](int seat, const QString& line) {
-        QPlainTextEdit* box = party.player(seat).program.frmMessage->txtSend;
-        box->setPlainText(line);
-        QTest::keyClick(box, Qt::Key_Return);
-    };
-    const auto bothSee = [&](const QString& line) {
-        return spinUntil([&] {
-            return std::all_of(
-                party.players().begin(), party.players().end(), [&](const auto& player) {
-                    const QStringList lines = player->program.frmMessage->lstMessage->texts();
-                    return lines.contains(line);
-                });
-        });
-    };
-    says(1, u"good luck"_s);
-    EXPECT_TRUE(bothSee(u"<Player 1> good luck"_s));
-    party.start();
-    ASSERT_TRUE(spinUntil(
-        [&] {
-            party.actOnce();
-            return party.host().program.isVisible(FormId::DeckBuild) &&
-                   party.player(1).program.isVisible(FormId::DeckBuild);
-        },
-        30000));
-    says(0, u"/me builds"_s);
-    EXPECT_TRUE(bothSee(u"*Player 0 builds"_s));
 }
 
 }  // namespace

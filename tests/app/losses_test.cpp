@@ -204,44 +204,5 @@ TEST_P(LossesWithAndWithoutHalt, AtNoMomentMakeTheOthersWait) {
 
 INSTANTIATE_TEST_SUITE_P(HaltOnDrop, LossesWithAndWithoutHalt, testing::Bool());
 
-TEST(Losses, BeforeTheStartFreesTheSeatForGood) {
-    for (const bool rochester : {false, true}) {
-        const CardFolder cards(1, 1, 1);
-        DraftParty party(kSmallTable, cards.setNames(), kRounds, {.rochester = rochester});
-        ASSERT_TRUE(party.join());
-        const ListBox& seen = *party.player(2).program.frmMessage->lstNames;
-        ASSERT_TRUE(spinUntil([&] { return seen.text(1) == party.player(1).name; }));
-        party.lose(1);
-        ASSERT_TRUE(spinUntil([&] { return seen.text(1) == u" "_s; }));
-        EXPECT_EQ(party.player(2).program.frmSecurity->lstNames->text(1), u" "_s);
-        party.start();
-        EXPECT_EQ(party.server().table().playerCount, 2);
-        EXPECT_TRUE(spinUntil([&] {
-            party.actOnce();
-            return party.allBuildDecks();
-        }));
-    }
-}
-
-// Several at once, the host's own client among them: the one who is left still gets everything.
-TEST(Losses, AllButOneAtOnceStillReachTheEnd) {
-    for (const bool rochester : {false, true}) {
-        const CardFolder cards(1, 1, 1);
-        DraftParty party(kSmallTable, cards.setNames(), kRounds, {.rochester = rochester});
-        ASSERT_TRUE(party.join());
-        party.start();
-        ASSERT_TRUE(
-            spinUntil([&] { return party.player(2).client().lstPack->count() == kSmallPack; }));
-        party.lose(0);
-        party.lose(1);
-        EXPECT_TRUE(spinUntil([&] {
-            party.actOnce();
-            party.server().tmrRandoms_Timer();
-            return party.allBuildDecks();
-        }));
-        EXPECT_EQ(party.player(2).client().lstPickedNS->count(), kRounds * kSmallPack);
-    }
-}
-
 }  // namespace
 }  // namespace packwise

@@ -47,14 +47,6 @@ TEST(Program, AboutReturnsToAUsableStartWindow) {
     EXPECT_TRUE(player.program.isVisible(FormId::Connect));
 }
 
-TEST(Program, ClosingTheStartWindowEndsItAndSavesNoPlaces) {
-    Player player(1);
-    player.program.start();
-    player.program.frmMain->closeByUser();
-    EXPECT_TRUE(player.program.ended());
-    EXPECT_TRUE(player.program.settings().readAll(u"Forms"_s).isEmpty());
-}
-
 TEST(Program, SavingKeepsThePlaceOfAWindowThatWasNotShown) {
     Player player(1);
     player.program.settings().write(u"Forms"_s, u"Server"_s, u"1507.5 2251"_s);

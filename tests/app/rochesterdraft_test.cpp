@@ -104,7 +104,7 @@ void expectEveryCardInOnePlace(RochesterTable& table) {
     }
 }
 
-TEST(RochesterDraft, EightSeatsSnakeRoundTheTableToSavedDecks) {
+TEST(RochesterDraft, EightSeatsSnakeRoundTheTable) {
     RochesterTable table(8, false);
     ASSERT_NO_FATAL_FAILURE(table.play());
     ASSERT_EQ(table.pickers().size(), 24U);
@@ -116,17 +116,6 @@ TEST(RochesterDraft, EightSeatsSnakeRoundTheTableToSavedDecks) {
     EXPECT_EQ(table.pickers()[8], otherWay);
     EXPECT_EQ(table.pickers()[16], first);
     expectEveryCardInOnePlace(table);
-
-    const QTemporaryDir decks;
-    for (int seat = 0; seat < 8; ++seat) {
-        EXPECT_TRUE(table.party().buildDeck(seat, decks.path(), QString::number(seat) + u".dec"_s));
-    }
-    for (int seat = 0; seat < 8; ++seat) {
-        EXPECT_TRUE(spinUntil([&] {
-            return !table.party().player(7).program.frmSecurity->lstCode->text(seat).isEmpty() &&
-                   table.party().player(7).program.frmSecurity->lstCode->text(seat) != u" "_s;
-        }));
-    }
 }
 
 TEST(RochesterDraft, SmallTablesPlayToTheEndTimedAndUntimed) {

@@ -28,22 +28,6 @@ TEST(ClientLink, JoinsByteForByteAndAnswers) {
         << "chat over the ring";
 }
 
-TEST(ClientLink, ReadsAStreamHoweverItIsCut) {
-    const std::string stream = "~~NAME1B\r\no\nb~NA~STATtwo\xE9~ADDR110.0.0.7~";
-    ClientWorld world;
-    world.join();
-    for (std::size_t cut = 0; cut <= stream.size(); ++cut) {
-        world.tell("NAME1~ADDR1~STAT~");
-        world.server.say(std::string_view(stream).substr(0, cut));
-        QCoreApplication::processEvents();
-        world.server.say(std::string_view(stream).substr(cut));
-        world.tell("");
-        EXPECT_EQ(world.frmSecurity->lstNames->text(1), u"Bob"_s) << cut;
-        EXPECT_EQ(world.frmSecurity->lstIP->text(1), u"10.0.0.7"_s) << cut;
-        EXPECT_EQ(world.frmClient->lblStatus->text(), u"two\u00e9"_s) << cut;
-    }
-}
-
 TEST(ClientLink, BlinksWithEveryCommandKnownOrNot) {
     ClientWorld world;
     world.join();

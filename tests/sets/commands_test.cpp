@@ -2,13 +2,8 @@
 #include "sets/cardfile.h"
 #include "sets/programfixture.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace packwise::sets {
 namespace {
-
-using testing::HasSubstr;
 
 TEST_F(Program, RegistersASetOnceBehindTheUsersOwn) {
     store().write(u"Sets"_s, u"009"_s, u"My Own, First"_s);

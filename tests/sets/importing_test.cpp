@@ -3,14 +3,8 @@
 #include "sets/mtgsample.h"
 #include "sets/programfixture.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace packwise::sets {
 namespace {
-
-using testing::HasSubstr;
-using testing::Not;
 
 class Importing : public Program {
 protected:

@@ -2,12 +2,9 @@
 #pragma once
 
 #include "sets/mtgset.h"
+#include "sets/setstest.h"
 
 #include <QBuffer>
-#include <QByteArray>
-
-#include <string>
-#include <vector>
 
 namespace packwise::sets {
 

@@ -2,17 +2,8 @@
 #include "sets/mtgsample.h"
 #include "sets/sheet.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-
 namespace packwise::sets {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 ReadSource sourceOf(const std::string& json) {
     const ReadSets read = readSets(json);
@@ -37,12 +28,7 @@ std::string namesOf(const ReadSource& read) {
 }
 
 void expectFault(const ReadSource& read, const char* what, const char* where, bool warning) {
-    EXPECT_TRUE(std::any_of(read.faults.begin(), read.faults.end(),
-                            [&](const Fault& f) {
-                                return f.what.find(what) != std::string::npos && f.where == where &&
-                                       f.warning == warning;
-                            }))
-        << what << "; found: " << (read.faults.empty() ? "nothing" : read.faults[0].what);
+    EXPECT_TRUE(holdsFault(read.faults, what, where, warning));
 }
 
 TEST(MtgSet, GivesEveryCardItsMarkAndColour) {
@@ -52,11 +38,9 @@ TEST(MtgSet, GivesEveryCardItsMarkAndColour) {
         {R"("rarity":"rare")", "+U"},
         {R"("rarity":"mythic")", "+U"},
         {R"("rarity":"special")", ".U"},
-        {R"("rarity":"bonus")", ".U"},
         {R"("supertypes":["Basic","Snow"],"types":["Land"],"colors":[])", ".L"},
         {R"("types":["Land"],"colors":[],"colorIdentity":["G"])", "-L"},
         {R"("types":["Artifact"],"colors":[])", "-A"},
-        {R"("types":["Creature"],"colors":[])", "-A"},
         {R"("types":["Artifact","Creature"],"colors":["G"])", "-G"},
         {R"("types":["Land"],"colors":["W"])", "-W"},
         {R"("colors":["B","R"])", "-M"},
@@ -182,10 +166,6 @@ TEST(MtgSet, CountsThePackFromItsSheets) {
                  {one, two, three, sheet("f", "c", true)}),
          {1, 2, 3},
          ""},
-        {booster("default", pack(R"("f":2)", 1) + "," + pack(R"("f":4)", 9),
-                 {sheet("f", "c", true)}),
-         {0, 0, 4},
-         ""},
         {booster("arena", pack(R"("c":1)", 1), {one}) + "," +
              booster("play", plain, {one, two, three}),
          {1, 2, 3},
@@ -219,21 +199,9 @@ TEST(MtgSet, CountsThePackFromItsSheets) {
             expectFault(read, warning, "", true);
         }
     }
-}
-
-TEST(MtgSet, CutsAPackThatIsTooLarge) {
-    std::vector<std::string> cards;
-    std::string uuids;
-    for (int i = 0; i < 20; ++i) {
-        cards.push_back(mtgCard("Fish " + std::to_string(i) + "."));
-        uuids += (i == 0 ? "" : ",") + std::string("\"id Fish ") + std::to_string(i) + ".\":1";
-    }
-    const ReadSource read = sourceOf(mtgSet(
-        joined(cards), R"("booster":{"default":{"boosters":[{"contents":{"c":16},"weight":1}],)"
-                       R"("sheets":{"c":{"cards":{)" +
-                           uuids + "}}}}}"));
-    EXPECT_THAT(read.source.counts, ElementsAre(0, 0, 15));
-    expectFault(read, "a pack of 16 cards is cut to 15", "", true);
+    const ReadSource large = withBooster(booster("default", pack(R"("c":16)", 1), {one}));
+    EXPECT_THAT(large.source.counts, ElementsAre(0, 0, 15));
+    expectFault(large, "a pack of 16 cards is cut to 15", "", true);
 }
 
 TEST(MtgSet, TakesTheCardsOfTheSheetsAndTheBasicLands) {
@@ -271,19 +239,9 @@ TEST(MtgSet, WithoutBoostersHasOneThreeElevenOfTheCardsMeantForThem) {
 }
 
 TEST(MtgSet, IsRefusedWithTheCardAtFault) {
-    const auto with = [](const std::string& card) {
-        std::vector<std::string> cards = usualCards();
-        cards.push_back(card);
-        return sourceOf(mtgSet(joined(cards)));
-    };
-    expectFault(with(mtgCard("Fi|sh")), "reserved character", "card Fi|sh, number 1", false);
-    expectFault(with(mtgCard("")), "no name", "card , number 1", false);
-    expectFault(with(R"({"name":7,"rarity":[],"colors":"U"})"), "no name", "card , number ", false);
-    std::vector<std::string> many = usualCards();
-    for (int i = 0; i < 250; ++i) {
-        many.push_back(mtgCard("Shoal " + std::to_string(1000 + i)));
-    }
-    expectFault(sourceOf(mtgSet(joined(many))), "261 common cards, and at most 256", "", false);
+    expectFault(sourceOf(mtgSet(mtgCard("Fi|sh"))), "reserved", "card Fi|sh, number 1", false);
+    expectFault(sourceOf(mtgSet(R"({"name":7,"rarity":[],"colors":"U"})")), "no name",
+                "card , number ", false);
     expectFault(sourceOf(mtgSet(mtgCard("Lone Fish"))), "asks for 11 common cards", "", false);
     EXPECT_FALSE(sourceOf(R"({"cards":[]})").faults.empty());
 }

@@ -2,18 +2,11 @@
 #pragma once
 
 #include "platform/settingsstore.h"
+#include "sets/setstest.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
-#include <QProcessEnvironment>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace packwise::sets {
-
-using namespace Qt::Literals::StringLiterals;
 
 class Program : public testing::Test {
 protected:

@@ -3,23 +3,12 @@
 #include "engine/cardset.h"
 #include "engine/dealing.h"
 #include "sets/folder.h"
+#include "sets/setstest.h"
 #include "sets/sheet.h"
 #include "sets/textsource.h"
 #include "sets/writer.h"
 
-#include <QFile>
-#include <QString>
-#include <QTemporaryDir>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstddef>
-#include <filesystem>
-#include <map>
 #include <random>
-#include <set>
 
 namespace packwise::sets {
 namespace {
@@ -39,7 +28,7 @@ protected:
         ASSERT_EQ(WriteResult::Written, writeSetFiles(source_, folder(), error)) << error;
     }
 
-    std::filesystem::path folder() const { return dir_.path().toStdString(); }
+    fs::path folder() const { return dir_.path().toStdString(); }
 
     QTemporaryDir dir_;
     SetSource source_;
@@ -49,7 +38,7 @@ TEST_P(Samples, HoldTheCardsOfAWholeSetAndNoFault) {
     EXPECT_TRUE(checkFolder(folder()).empty());
     const auto pools = readCardPools(setFilePath(folder(), source_.displayName, ".pw"));
     ASSERT_TRUE(pools);
-    EXPECT_THAT(pools->counts, testing::ElementsAre(1, 3, 11));
+    EXPECT_THAT(pools->counts, ElementsAre(1, 3, 11));
     const std::array<std::size_t, 3> sizes = {22, 36, 66};
     for (std::size_t pool = 0; pool < sizes.size(); ++pool) {
         EXPECT_EQ(sizes.at(pool), pools->tokens.at(pool).size());
@@ -67,9 +56,6 @@ TEST_P(Samples, HoldTheCardsOfAWholeSetAndNoFault) {
                       card.type.find("Vehicle") != std::string::npos,
                   !card.pt.empty())
             << card.name;
-        const auto shown =
-            scanForCard(setFilePath(folder(), source_.displayName, ".pw"), card.name);
-        EXPECT_TRUE(shown && shown->text == card.text) << card.name;
         beyondAscii = beyondAscii || std::any_of(card.name.begin(), card.name.end(), [](char c) {
                           return static_cast<unsigned char>(c) >= 0x80;
                       });
@@ -77,33 +63,10 @@ TEST_P(Samples, HoldTheCardsOfAWholeSetAndNoFault) {
     EXPECT_TRUE(beyondAscii);
 }
 
-TEST_P(Samples, DealSoundPacksBothWays) {
-    std::map<std::string, std::string> markOf;
-    for (const CardRecord& card : source_.cards) {
-        markOf[card.color + card.name] = card.rarity;
-    }
-    std::mt19937 generator(20261122);
-    const Draw draw = [&] { return std::uniform_real_distribution<double>(0, 1)(generator); };
-    for (int i = 0; i < 300; ++i) {
-        for (const auto& pack : {randomPack(folder(), source_.displayName, draw),
-                                 realPack(folder(), source_.displayName, draw)}) {
-            ASSERT_TRUE(pack);
-            std::map<std::string, int> marks;
-            const std::vector<std::string> cards = readFields(*pack);
-            for (const std::string& card : cards) {
-                ++marks[markOf[card]];
-            }
-            ASSERT_THAT(marks, testing::ElementsAre(testing::Pair("+", 1), testing::Pair("-", 11),
-                                                    testing::Pair("=", 3)));
-            ASSERT_EQ(15U, std::set<std::string>(cards.begin(), cards.end()).size()) << *pack;
-        }
-    }
-}
-
 TEST_P(Samples, LieOnTheSheetWithCopiesApartAndColoursMixed) {
     const auto order = readOrderFile(setFilePath(folder(), source_.displayName, ".ord"));
     ASSERT_TRUE(order);
-    EXPECT_THAT(order->counts, testing::ElementsAre(11, 3, 1));
+    EXPECT_THAT(order->counts, ElementsAre(11, 3, 1));
     const std::array<std::size_t, 3> cards = {66, 36, 22};
     for (std::size_t list = 0; list < order->lists.size(); ++list) {
         const std::vector<std::string>& lines = order->lists.at(list);

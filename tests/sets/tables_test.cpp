@@ -4,28 +4,11 @@
 #include "sets/mtgsample.h"
 #include "sets/table.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <map>
-
 namespace packwise::sets {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using testing::ElementsAre;
-
 std::string asText(const CardRecord& c) {
     return c.rarity + c.color + c.name + "/" + c.cost + "/" + c.type + "/" + c.text + "/" + c.pt;
-}
-
-bool holdsFault(const std::vector<Fault>& faults, const std::string& what, const std::string& where,
-                bool warning) {
-    return std::any_of(faults.begin(), faults.end(), [&](const Fault& f) {
-        return f.what.find(what) != std::string::npos && f.where == where && f.warning == warning;
-    });
 }
 
 TEST(Table, IsReadInAnyOrderWithQuotedFields) {
@@ -58,22 +41,18 @@ TEST(Table, IsReadInAnyOrderWithQuotedFields) {
 TEST(Table, IsRefusedWithTheLineOfTheFault) {
     const std::string head = "name,rarity,colour\n";
     const std::tuple<std::string, const char*, const char*> cases[] = {
-        {"", "header line", "line 1"},
         {"name,colour\nElk,G\n", "header line", "line 1"},
         {head + "Elk,c,G\nEl|k,c,G\n", "reserved", "line 3"},
-        {head + "END,c,G\n", "closes the file", "line 2"},
         {head + "Elk,c,G\nStag,c,G\nElk,c,G\n", "stands twice, first at line 2", "line 4"},
         {head + "\"El\nk\",c,G\nStag,odd,G\n", "\"odd\" is no rarity", "line 4"},
         {head + "Elk,c,teal\n", "\"teal\" is no colour", "line 2"},
         {head + "Elk,c,G,more\n", "more fields", "line 2"},
         {head + "Elk,c,G\n\"Stag,c,G\n", "never closed", "line 3"},
-        {"\"name", "never closed", "line 1"},
         {head + "Elk,c,G\nSt\xFFg,c,G\n", "not UTF-8", "line 3"},
     };
     for (const auto& [text, what, where] : cases) {
         const ReadSource read = readTable(QByteArray::fromStdString(text), u"Elks"_s);
-        EXPECT_TRUE(holdsFault(read.faults, what, where, false))
-            << text << (read.faults.empty() ? "" : read.faults[0].what + read.faults[0].where);
+        EXPECT_TRUE(holdsFault(read.faults, what, where, false)) << text;
     }
 }
 

@@ -1,18 +1,12 @@
 // The pair of files that a set becomes: complete, or as it was.
 #include "sets/writer.h"
 
+#include "sets/setstest.h"
 #include "sets/sheet.h"
 #include "support/faults.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
 namespace packwise::sets {
 namespace {
-
-using namespace Qt::Literals::StringLiterals;
 
 class Writer : public testing::Test {
 protected:
