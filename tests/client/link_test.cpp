@@ -16,8 +16,10 @@ TEST(ClientLink, JoinsByteForByteAndAnswers) {
     EXPECT_EQ(client.heightTwips(), 975);
     client.tmrMisc_Timer();
     EXPECT_TRUE(world.server.hears("PING~"));
-    world.server.say("PING~PONG~TEST~");
-    EXPECT_TRUE(world.server.hears("PONG~TEST~"));
+    world.server.say("PING~PONG~TE");
+    EXPECT_TRUE(world.server.hears("PONG~"));
+    world.server.say("ST~");
+    EXPECT_TRUE(world.server.hears("TEST~"));
     client.move(100, 0);  // no room for the chat at the right
     world.tell("STATDraft in progress~MESGAnn has joined~");
     EXPECT_EQ(client.lblStatus->text(), u"Draft in progress"_s);
