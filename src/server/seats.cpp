@@ -84,7 +84,10 @@ void FrmServer::takeTurn(int num) {
     MessageSplitter& stream = inBuffer[at - 1];
     int handled = 0;
     while (handled < kMostMessagesInTurn && !shell_.ended()) {
-        if (allowance[at - 1].isOverdrawn() && socket.state() == Socket::Connected) {
+        if (allowance[at - 1].isOverdrawn() && socket.state() != Socket::Closed) {
+            if (socket.state() != Socket::Connected) {
+                Disconnect(num);  // what a flood has left behind would cost the next one here
+            }
             return;  // until the poke
         }
         // A message may cost the seat; its stream is then empty and its socket closed.

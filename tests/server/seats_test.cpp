@@ -236,6 +236,22 @@ TEST(Seats, ManyMessagesOfOneSeatWaitBehindTheOthers) {
     }
 }
 
+TEST(Seats, WhoFloodsAndGoesLeavesTheNextOneHereNoDebt) {
+    Bench bench;
+    auto peers = bench.table(2);
+    bench.console().tmrPoke->stop();
+    std::string lines;
+    while (lines.size() < 60000) {
+        lines += "MESG~";
+    }
+    peers[1]->say(lines);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.console().allowance[1].isOverdrawn(); }));
+    peers[1]->close();
+    EXPECT_TRUE(bench.seatIsFree(2));
+    bench.console().tmrPoke_Timer();
+    bench.joined(2, "Next");
+}
+
 TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
     for (const std::string said : {"DROP~", "CODE7~", "CARDUx~BPCK"}) {
         Bench bench;
