@@ -23,7 +23,7 @@ protected:
                              }
                          });
         QObject::connect(&seat, &Socket::dataArrival, &seat,
-                         [this] { received += seat.getData(); });
+                         [this] { received += taking ? seat.getData() : std::string(); });
         QObject::connect(&seat, &Socket::peerClosed, &seat, [this] { ++closes; });
         ASSERT_TRUE(listener.listen());
     }
@@ -36,6 +36,7 @@ protected:
     Socket listener;
     Socket seat;
     bool accepting = true;
+    bool taking = true;
     std::string received;
     int closes = 0;
 };
@@ -117,6 +118,11 @@ TEST_F(SocketTest, ALossInTheMiddleOfWritingIsToldAfterTheWriterWithWhatCameBefo
         ASSERT_TRUE(join(peer));
         received.clear();
         closes = 0;
+        // The first comes to the control and is not taken, the second only to the system.
+        taking = false;
+        peer.say("CARDUx~");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return seat.bytesAvailable() > 0; }));
+        taking = true;
         peer.say("CODE1~");
         inOrder ? peer.close() : peer.vanish();
         for (int write = 0; write < 1000 && seat.state() == Socket::Connected; ++write) {
@@ -125,7 +131,7 @@ TEST_F(SocketTest, ALossInTheMiddleOfWritingIsToldAfterTheWriterWithWhatCameBefo
         EXPECT_EQ(seat.state(), Socket::Failed);
         EXPECT_EQ(closes, 0);
         EXPECT_TRUE(QTest::qWaitFor([&] { return closes == 1; }));
-        EXPECT_EQ(received, "CODE1~");
+        EXPECT_EQ(received, "CARDUx~CODE1~");
         seat.close();
     }
 }
