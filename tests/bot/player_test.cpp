@@ -64,28 +64,6 @@ TEST_F(PlayerTest, AnswersAlikeHoweverTheStreamIsCut) {
     }
 }
 
-TEST_F(PlayerTest, TellsEveryWayInWhichASeatIsNotHad) {
-    struct Case {
-        std::string_view bytes;
-        Player::Ending ending;
-    };
-    for (const Case& c :
-         {Case{"STATServer is full~", Player::Ending::Full}, Case{"", Player::Ending::Lost},
-          Case{"HELO1~", Player::Ending::Refused},
-          Case{"HELO1~MESG hello~NAME0Somebody~", Player::Ending::Refused},
-          Case{kJoin, Player::Ending::Lost}, Case{"HELO1~CLOS~", Player::Ending::Closed}}) {
-        player.begin("Ada");
-        link.over = false;
-        player.receive(c.bytes);
-        player.onLinkLost();
-        EXPECT_EQ(player.ending(), c.ending) << c.bytes;
-        EXPECT_TRUE(link.over);
-    }
-    player.begin("Ada");
-    player.receive(std::string(kMostMessageLength + 1, 'x'));
-    EXPECT_EQ(player.ending(), Player::Ending::Flooded);
-}
-
 TEST_F(PlayerTest, KnowsTheRosterOnceItIsWhole) {
     player.receive(kJoin.substr(0, kJoin.size() - 1));
     EXPECT_EQ(player.stage(), Player::Stage::Seated);

@@ -45,15 +45,6 @@ TEST(MessageSplitter, GivesTheSameMessagesHoweverTheStreamIsCut) {
     EXPECT_EQ(drain(bytewise), wanted);
 }
 
-TEST(MessageSplitter, KeepsOrderWhenOneMessageIsTakenForEachThatComes) {
-    MessageSplitter splitter;
-    splitter.append("first~");
-    for (int i = 0; i < 1000; ++i) {
-        splitter.append(std::to_string(i) + "~");
-        ASSERT_EQ(splitter.next(), i == 0 ? "first" : std::to_string(i - 1));
-    }
-}
-
 TEST(MessageSplitter, OverflowsByTheLengthOfOneMessageHoweverItComes) {
     const std::string most(kMostMessageLength, 'x');
     for (const std::size_t piece : {std::size_t{1}, std::size_t{1000}, most.size() + 100}) {

@@ -69,35 +69,20 @@ TEST_F(DeckBuilder, KeysAloneMoveCards) {
 
 TEST_F(DeckBuilder, AReturnedCardEndsItsGroup) {
     struct Case {
-        const char* what;
         std::map<int, std::string> picks;
         QString card;     // moved to the deck and back, or a land of the buttons
         QString before;   // the line in front of it afterwards
         QString heading;  // of the group that it is then in
     };
     const Case cases[] = {
-        {"first group", {{0, "A|B|"}, {2, "C|"}}, u"A"_s, u"B"_s, u"---BLACK---"_s},
-        {"middle group", {{0, "A|"}, {2, "C|D|"}, {5, "E|"}}, u"C"_s, u"D"_s, u"---GREEN---"_s},
-        {"last group", {{0, "A|"}, {5, "E|F|"}}, u"E"_s, u"F"_s, u"---ARTIFACT---"_s},
-        {"only card", {{1, "A|"}}, u"A"_s, u"---BLUE---"_s, u"---BLUE---"_s},
-        {"part of a later name",
-         {{0, "Night|"}, {3, "Night Watch|"}},
-         u"Night"_s,
-         u"Night Watch"_s,
-         u"---RED---"_s},
-        {"drafted land", {{0, "A|"}, {7, "Swamp|Cave|"}}, u"Swamp"_s, u"Cave"_s, u"---LAND---"_s},
-        {"drafted snow land",
-         {{0, "A|"}, {7, "Snow-Covered Swamp|"}},
-         u"Snow-Covered Swamp"_s,
-         u"---LAND---"_s,
-         u"---LAND---"_s},
-        {"free land", {{0, "A|"}, {7, "Cave|"}}, u"Plains"_s, u"Cave"_s, u"---LAND---"_s},
-        {"free land without land", {{0, "A|"}, {4, "B|"}}, u"Plains"_s, u"B"_s, u"---WHITE---"_s},
-        {"free snow land",
-         {{1, "A|"}, {4, "B|"}},
-         u"Snow-Covered Plains"_s,
-         u"A"_s,
-         u"---BLUE---"_s}};
+        {{{0, "A|B|"}, {2, "C|"}}, u"A"_s, u"B"_s, u"---BLACK---"_s},
+        {{{0, "A|"}, {2, "C|D|"}, {5, "E|"}}, u"C"_s, u"D"_s, u"---GREEN---"_s},
+        {{{0, "A|"}, {5, "E|F|"}}, u"E"_s, u"F"_s, u"---ARTIFACT---"_s},
+        {{{1, "A|"}}, u"A"_s, u"---BLUE---"_s, u"---BLUE---"_s},
+        {{{0, "Night|"}, {3, "Night Watch|"}}, u"Night"_s, u"Night Watch"_s, u"---RED---"_s},
+        {{{0, "A|"}, {7, "Swamp|Cave|"}}, u"Swamp"_s, u"Cave"_s, u"---LAND---"_s},
+        {{{0, "A|"}, {7, "Cave|"}}, u"Plains"_s, u"Cave"_s, u"---LAND---"_s},
+        {{{1, "A|"}, {4, "B|"}}, u"Snow-Covered Plains"_s, u"A"_s, u"---BLUE---"_s}};
     for (const Case& one : cases) {
         FrmDeckBuild own(shell, save, link);
         for (int group = 0; group < 8; ++group) {
@@ -111,18 +96,18 @@ TEST_F(DeckBuilder, AReturnedCardEndsItsGroup) {
             own.chkSnow->setChecked(one.card.startsWith(u"Snow"_s));
             own.cmdLand_Click(4);
         }
-        ASSERT_EQ(own.lstDeck->texts(), QStringList{one.card}) << one.what;
+        ASSERT_EQ(own.lstDeck->texts(), QStringList{one.card}) << qPrintable(one.card);
         own.lstDeck->setCurrentRow(0);
         own.cmdTake_Click();
         const int row = rowOf(own.lstSB, one.card);
-        ASSERT_GT(row, 0) << one.what;
-        EXPECT_EQ(own.lstSB->text(row - 1), one.before) << one.what;
-        EXPECT_EQ(own.lstSB->text(row + 1), u" "_s) << one.what;
+        ASSERT_GT(row, 0) << qPrintable(one.card);
+        EXPECT_EQ(own.lstSB->text(row - 1), one.before) << qPrintable(one.card);
+        EXPECT_EQ(own.lstSB->text(row + 1), u" "_s) << qPrintable(one.card);
         int heading = row;
         while (heading > 0 && !own.lstSB->text(heading).startsWith(u"---"_s)) {
             --heading;
         }
-        EXPECT_EQ(own.lstSB->text(heading), one.heading) << one.what;
+        EXPECT_EQ(own.lstSB->text(heading), one.heading) << qPrintable(one.card);
     }
 }
 

@@ -90,31 +90,6 @@ TEST(BoosterFlow, TakesACardAtRandomForAPickThatIsNotThePackLessOneCard) {
     }
 }
 
-TEST(BoosterFlow, LostSeatsArePickedForOncePerPass) {
-    FakeHost host(3, 3);
-    host.uniform = [] { return 0.99; };
-    host.booster.begin();
-    host.lose(2);
-    host.take();
-    host.tick();
-    host.tick();
-    EXPECT_THAT(host.take(), ElementsAre("BSTA1")) << "the last card, and only once";
-    EXPECT_EQ(host.booster.seatPack(1), "U0b0|U0b1|");
-    host.receive(1, pickFirst(host, 1));
-    host.lose(3);
-    host.take();
-    host.tick();
-    EXPECT_THAT(host.take(), ElementsAre("BSTA2", "1:BOOSU0c0|U0c1|"));
-
-    int ticks = 0;
-    for (; !host.over && ticks < 100; ++ticks) {
-        host.receive(1, pickFirst(host, 1));
-        host.tick();
-    }
-    EXPECT_EQ(ticks, 8);
-    EXPECT_THAT(host.sent, Not(Contains(testing::HasSubstr("2:BOOS"))));
-}
-
 TEST(BoosterFlow, EachCardIsPickedFromItsOwnShareOfTheDraw) {
     for (const auto& [u, left] : {std::pair(0.0, "U0a1|U0a2|"), std::pair(0.33, "U0a1|U0a2|"),
                                   std::pair(0.34, "U0a0|U0a2|"), std::pair(0.66, "U0a0|U0a2|"),

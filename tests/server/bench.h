@@ -108,6 +108,14 @@ public:
         console().cboPack[1]->setCurrentIndex(1);
     }
 
+    // What is left of the Booster pack that the peer has just got, less its first card.
+    static std::string lessFirstCard(Peer& peer) {
+        EXPECT_TRUE(peer.hearsSometime("BOOS"));
+        const std::string pack = peer.rest();
+        const std::size_t from = pack.find('|') + 1;
+        return pack.substr(from, pack.find('~') - from);
+    }
+
     // The link of that socket breaks, and the console has yet to find out.
     void breakLink(Peer& peer, int num) {
         Socket& socket = *console().wskServer.at(static_cast<std::size_t>(num));

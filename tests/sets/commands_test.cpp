@@ -45,16 +45,6 @@ TEST_F(Program, RefusesTwoNamesThatLeadToTheSameFiles) {
     EXPECT_EQ(QStringList(u"Reed Marsh One"_s), registered());
 }
 
-TEST_F(Program, LeavesTheSettingsAloneWhenAskedTo) {
-    put(u"one.set"_s, setNamed("Reed Marsh"));
-    EXPECT_EQ(0,
-              run({u"build"_s, u"one.set"_s, u"--into"_s, u"cards"_s, u"--no-register"_s}).status);
-    EXPECT_TRUE(registered().isEmpty());
-    EXPECT_TRUE(QFile::exists(dir_.filePath(u"cards/ReedMars.pw"_s)));
-    EXPECT_TRUE(QFile::exists(dir_.filePath(u"cards/ReedMars.ord"_s)));
-    EXPECT_THAT(run({u"list"_s, u"cards"_s}).out, HasSubstr("(not registered)"));
-}
-
 TEST_F(Program, TellsAFaultInOneLineAndFails) {
     put(u"Broken.pw"_s, QByteArray("\1\0\1\0\1\0", 6));
     const Ending ending = run({u"check"_s});

@@ -51,10 +51,6 @@ TEST_F(Importing, TakesTheWantedOfAllSets) {
     EXPECT_EQ("Ash Tarn: written\n", run({u"import"_s, u"all.json"_s, u"--code"_s, u"ash"_s}).out);
     EXPECT_EQ("Reed Marsh: written\nAsh Tarn: up to date\n",
               run({u"import"_s, u"all.json"_s, u"--code"_s, u"RMS"_s, u"ASH"_s}).out);
-    const Ending clash =
-        run({u"import"_s, u"all.json"_s, u"--code"_s, u"ASH"_s, u"--name"_s, u"Reed Marshes"_s});
-    EXPECT_EQ(1, clash.status);
-    EXPECT_THAT(clash.err, HasSubstr("the same files as the set \"Reed Marsh\""));
 }
 
 TEST_F(Importing, MakesACubeAndASetFromATable) {

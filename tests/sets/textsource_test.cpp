@@ -50,14 +50,5 @@ TEST(TextSource, IsRefusedWithTheLineOfTheFault) {
     }
 }
 
-TEST(TextSource, WarnsOfANameThatHidesAnotherFromThePack) {
-    const ReadSource read = readTextSource(QByteArray(kHead).append(
-        "Heron Rider :: U :: Creature :: 1/1\nHeron :: U :: Creature :: 1/1\n"
-        "Ysk Heron :: U :: Creature :: 1/1\n== common red\nYsk :: R :: Instant\n"));
-    ASSERT_EQ(1U, read.faults.size());
-    EXPECT_TRUE(read.faults[0].warning);
-    EXPECT_EQ("line 5", read.faults[0].where);
-}
-
 }  // namespace
 }  // namespace packwise::sets
