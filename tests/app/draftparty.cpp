@@ -22,17 +22,6 @@ bool spinUntil(const std::function<bool()>& condition, int milliseconds) {
     return true;
 }
 
-quint16 freePort() {
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        const auto port = static_cast<quint16>(2000 + std::random_device{}() % 7900);
-        QTcpServer probe;
-        if (probe.listen(QHostAddress::AnyIPv4, port)) {
-            return port;
-        }
-    }
-    return 0;
-}
-
 CardFolder::CardFolder() : before_(QDir::currentPath()) {
     const QDir data(QStringLiteral(PACKWISE_DATA));
     QStringList arguments{u"build"_s, u"--into"_s, folder_.path(), u"--register"_s};

@@ -5,6 +5,7 @@
 
 #include "app/program.h"
 #include "support/boxscript.h"
+#include "support/peer.h"
 
 namespace packwise {
 
@@ -12,9 +13,6 @@ inline constexpr int kRounds = 3;
 
 // Runs the event loop until the condition holds. False when it does not come to hold in time.
 bool spinUntil(const std::function<bool()>& condition, int milliseconds = 5000);
-
-// A port below 10000 that nobody listens on.
-quint16 freePort();
 
 // A folder with card data, the current directory for as long as it lives.
 class CardFolder {

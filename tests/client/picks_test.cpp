@@ -12,12 +12,6 @@ constexpr const char* kLetters = "BUGRWAML";
 constexpr QRgb kDotColors[] = {0x000000, 0x0000FF, 0x00FF00, 0xFF0000,
                                0xFFFFFF, 0xAA6C00, 0xFFFF00, 0xD0C0C0};
 
-void doubleClickRow(CardList& list, int row) {
-    const QPoint at = list.visualItemRect(list.item(row)).center();
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
-}
-
 // What a screen reader does with a check box.
 void toggle(QCheckBox* box) {
     QAccessible::queryAccessibleInterface(box)->actionInterface()->doAction(
@@ -46,7 +40,7 @@ TEST(ClientPicks, HandsBackWhatIsLeftOfABoosterPack) {
     client.cmdDraft->click();  // nothing is chosen
     EXPECT_TRUE(client.cmdDraft->isEnabled());
 
-    doubleClickRow(*client.lstPack, 1);
+    doubleClickRow(client.lstPack, 1);
     EXPECT_TRUE(world.server.hears("CARDBSecond~BPCKUFirst|?Odd|~"));
     EXPECT_EQ(client.lstPack->texts(), (QStringList{u"First"_s, u"Odd"_s}));
     EXPECT_EQ(client.lstPack->textColor(), shade::grey);
@@ -57,10 +51,10 @@ TEST(ClientPicks, HandsBackWhatIsLeftOfABoosterPack) {
     EXPECT_FALSE(client.shaDot[2]->hasBorder());
     EXPECT_EQ(world.frmDeckBuild->lblSBCount->text(), u"1"_s);
 
-    doubleClickRow(*client.lstPack, 0);  // not this client's pick
+    doubleClickRow(client.lstPack, 0);  // not this client's pick
     EXPECT_EQ(world.server.rest(), "");
     world.tell("BOOS?Odd|~");
-    doubleClickRow(*client.lstPack, 0);
+    doubleClickRow(client.lstPack, 0);
     EXPECT_TRUE(world.server.hears("CARD?Odd~BPCK~"));
     EXPECT_EQ(client.lstPicked->texts(),
               (QStringList{u"---BLACK---"_s, u"Second"_s, u"Odd"_s, u" "_s}));
@@ -74,18 +68,16 @@ TEST(ClientPicks, SpoilsNoPickWithTheRightButtonOrAHeldKey) {
     world.start("B");
     CardList& list = *world.frmClient->lstPack;
     world.tell("BOOSUFirst|BSecond|~");
-    const QPoint at = list.visualItemRect(list.item(0)).center();
-    QTest::mouseClick(list.viewport(), Qt::RightButton, {}, at);
-    QTest::mouseDClick(list.viewport(), Qt::RightButton, {}, at);
+    doubleClickRow(&list, 0, Qt::RightButton);
     for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
         QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier);
         held.setTimestamp(2501);
         QCoreApplication::sendEvent(&list, &held);
     }
     // The first press of a double click on the last pack, the second on the next.
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
+    clickRow(&list, 0);
     world.tell("BOOSGNew|~");
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, middleOf(&list, 0));
     EXPECT_EQ(world.server.rest(), "");
 }
 
@@ -169,25 +161,21 @@ TEST(ClientPicks, ShowsCardsBesideTheWindowWhileInfoIsChecked) {
     FrmClient& client = world.frmClient();
     takeCard(world, "UUrn");
     world.tell("BOOSGNewt|~");
-    const auto press = [](CardList* list, int row) {
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                          list->visualItemRect(list->item(row)).center());
-    };
-    press(client.lstPack, 0);
+    clickRow(client.lstPack, 0);
     EXPECT_EQ(world.frmCard->lblName->text(), u"Newt"_s);
     EXPECT_EQ(world.frmCard->pos(), client.pos() + QPoint((5865 + 240) / 15, 0));
     world.frmCard->hide();
     // Where it would cover the window it goes to the other side.
     client.move(400, 40);
-    press(client.lstPack, 0);
+    clickRow(client.lstPack, 0);
     EXPECT_TRUE(world.frmCard.isVisible());
     EXPECT_LT(world.frmCard->geometry().right(), client.x());
     EXPECT_EQ(world.frmCard->y(), client.y());
     world.frmCard->hide();
-    press(client.lstPicked, 0);  // a heading
-    press(client.lstPicked, 2);  // a blank row
+    clickRow(client.lstPicked, 0);  // a heading
+    clickRow(client.lstPicked, 2);  // a blank row
     EXPECT_FALSE(world.frmCard.isVisible());
-    press(client.lstPicked, 1);
+    clickRow(client.lstPicked, 1);
     EXPECT_EQ(world.frmCard->lblName->text(), u"Urn"_s);
     EXPECT_TRUE(world.frmCard.isVisible());
 
@@ -195,8 +183,8 @@ TEST(ClientPicks, ShowsCardsBesideTheWindowWhileInfoIsChecked) {
     toggle(client.chkInfo);
     EXPECT_FALSE(world.frmCard.isVisible());
     EXPECT_EQ(setting::showInfo.read(world.shell.settings()), u"0"_s);
-    press(client.lstPack, 0);
-    press(client.lstPicked, 1);
+    clickRow(client.lstPack, 0);
+    clickRow(client.lstPicked, 1);
     EXPECT_FALSE(world.frmCard.isVisible());
 }
 

@@ -9,10 +9,6 @@ class Security : public testing::Test {
 protected:
     Security() { window.show(); }
 
-    QPoint middleOf(ListBox* list, int row) {
-        return list->visualItemRect(list->item(row)).center();
-    }
-
     FakeShell shell;
     FakeClient client;
     FrmSecurity window{shell, client};
@@ -31,7 +27,7 @@ TEST_F(Security, OneRowIsSelectedAcrossTheLists) {
     int row = 7;  // all eight are on show
     for (ListBox* list : {window.lstNames, window.lstIP, window.lstCode}) {
         ASSERT_TRUE(list->viewport()->rect().contains(middleOf(list, row)));
-        QTest::mouseClick(list->viewport(), Qt::RightButton, {}, middleOf(list, row));
+        clickRow(list, row, Qt::RightButton);
         EXPECT_TRUE(allAt(row)) << list->objectName().toStdString();
         QTest::mousePress(list->viewport(), Qt::LeftButton, {}, middleOf(list, 2));
         QTest::mouseMove(list->viewport(), middleOf(list, 4));
@@ -49,13 +45,7 @@ TEST_F(Security, CopiesTheAddressAlone) {
     window.lstIP->setText(2, u"10.0.0.7"_s);
     QClipboard* clipboard = QGuiApplication::clipboard();
     const std::pair<const char*, std::function<void()>> ways[] = {
-        {"double click",
-         [this] {
-             QTest::mouseClick(window.lstIP->viewport(), Qt::LeftButton, {},
-                               middleOf(window.lstIP, 2));
-             QTest::mouseDClick(window.lstIP->viewport(), Qt::LeftButton, {},
-                                middleOf(window.lstIP, 2));
-         }},
+        {"double click", [this] { doubleClickRow(window.lstIP, 2); }},
         {"copy key", [this] { QTest::keySequence(window.lstIP, QKeySequence::Copy); }},
         {"enter", [this] { QTest::keyClick(window.lstIP, Qt::Key_Return); }}};
     for (const auto& [name, way] : ways) {
@@ -64,8 +54,7 @@ TEST_F(Security, CopiesTheAddressAlone) {
         EXPECT_EQ(clipboard->text(), u"10.0.0.7"_s) << name;
     }
     clipboard->setText(u"before"_s);
-    QTest::mouseDClick(window.lstNames->viewport(), Qt::LeftButton, {},
-                       middleOf(window.lstNames, 2));
+    doubleClickRow(window.lstNames, 2);
     EXPECT_EQ(clipboard->text(), u"before"_s);
 }
 

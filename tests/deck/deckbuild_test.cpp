@@ -41,12 +41,10 @@ TEST_F(DeckBuilder, MovesAllSelectedCardsAndNothingElse) {
     EXPECT_TRUE(window.lstDeck->selectedItems().isEmpty());
     EXPECT_EQ(window.lblSBCount->text(), u"3"_s);
     EXPECT_EQ(window.lblDeckCount->text(), u"3"_s);
-    const QRect row = window.lstSB->visualItemRect(window.lstSB->item(rowOf(window.lstSB, u"B"_s)));
-    QTest::mouseClick(window.lstSB->viewport(), Qt::RightButton, {}, row.center());
-    QTest::mouseDClick(window.lstSB->viewport(), Qt::RightButton, {}, row.center());
+    const int row = rowOf(window.lstSB, u"B"_s);
+    doubleClickRow(window.lstSB, row, Qt::RightButton);
     EXPECT_EQ(window.lstDeck->count(), 3) << "only the left button moves";
-    QTest::mouseClick(window.lstSB->viewport(), Qt::LeftButton, {}, row.center());
-    QTest::mouseDClick(window.lstSB->viewport(), Qt::LeftButton, {}, row.center());
+    doubleClickRow(window.lstSB, row);
     EXPECT_EQ(window.lstDeck->texts().join(u""_s), u"ADFB"_s);
 }
 

@@ -36,11 +36,6 @@ protected:
 
     QString path(const QString& name) const { return folder.filePath(name); }
 
-    static QByteArray bytesOf(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
     static QStringList names(const QString& folder) {
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
@@ -198,19 +193,14 @@ TEST_F(SaveAs, BrowsesFoldersAndDeckFiles) {
     const QString typed = dialog.txtSaveName->text();
     dialog.flbFile->setFocus();
     EXPECT_EQ(dialog.txtSaveName->text(), typed) << "the focus alone chooses nothing";
-    QTest::mouseClick(dialog.flbFile->viewport(), Qt::LeftButton, {},
-                      dialog.flbFile->visualItemRect(dialog.flbFile->item(0)).center());
+    clickRow(dialog.flbFile, 0);
     EXPECT_EQ(dialog.txtSaveName->text(), u"a.dec"_s);
 
     QTest::keyClick(dialog.dlbDir, Qt::Key_Down);
     QTest::keyClick(dialog.dlbDir, Qt::Key_Return);
     EXPECT_EQ(dialog.SaveName(), path(u"inner/a.dec"_s));
     EXPECT_EQ(dialog.flbFile->count(), 0);
-    const QModelIndex up = dialog.dlbDir->model()->index(dialog.dlbDir->currentRow() - 1, 0);
-    QTest::mouseClick(dialog.dlbDir->viewport(), Qt::LeftButton, {},
-                      dialog.dlbDir->visualRect(up).center());
-    QTest::mouseDClick(dialog.dlbDir->viewport(), Qt::LeftButton, {},
-                       dialog.dlbDir->visualRect(up).center());
+    doubleClickRow(dialog.dlbDir, dialog.dlbDir->currentRow() - 1);
     EXPECT_EQ(dialog.dlbDir->path(), folder.path());
 
     Q_EMIT dialog.dlbDrive->activated(dialog.dlbDrive->currentIndex());

@@ -6,11 +6,6 @@
 namespace packwise {
 namespace {
 
-QByteArray bytesOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
 // A file of `oldSize` bytes (0 for none) is written over with 4000. It holds all of the new bytes
 // or all of the old ones, and nothing else lies in the folder. Beside a file of so long a name no
 // other can stand, nor in a locked folder.

@@ -1,6 +1,7 @@
 // A console under test with everything around it, and clients on real sockets.
 #pragma once
 
+#include "companions/fakeclient.h"
 #include "engine/samplefiles.h"
 #include "platform/heldkey.h"
 #include "platform/lazy.h"
@@ -12,13 +13,6 @@
 
 namespace packwise {
 
-class NoLink : public ClientLink {
-public:
-    QString clientName() const override { return {}; }
-    void send(std::string_view) override {}
-    void closeConnection() override {}
-};
-
 class NotingClient : public LocalClient {
 public:
     void start(const QString& name, quint16 port) override {
@@ -28,19 +22,6 @@ public:
     QString startedName;
     quint16 startedPort = 0;
 };
-
-// A port that the console accepts and that nobody listens on.
-inline int freePort() {
-    static int next = 4000 + static_cast<int>(QCoreApplication::applicationPid() % 5000);
-    for (int tries = 0; tries < 200; ++tries) {
-        next = next >= 9999 ? 4000 : next + 1;
-        QTcpServer probe;
-        if (probe.listen(QHostAddress::AnyIPv4, static_cast<quint16>(next))) {
-            return next;
-        }
-    }
-    return 0;
-}
 
 class Bench {
 public:
@@ -135,7 +116,7 @@ public:
     sample::TempFolder folder;
     FakeShell shell;
     HeldKeys heldKeys;
-    NoLink link;
+    FakeClient link;
     NotingClient localClient;
     Lazy<FrmSecurity> security{[this] { return std::make_unique<FrmSecurity>(shell, link); }};
     Lazy<FrmFixSeats> fixSeats{[this] { return std::make_unique<FrmFixSeats>(shell); }};

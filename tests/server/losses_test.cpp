@@ -36,8 +36,7 @@ TEST(Losses, PingCountsSecondsAndFindsPoorConnections) {
     for (const Row& row :
          {Row{0, "0", ""}, Row{10, "10", ""}, Row{11, "11", "STATDetected poor connection~"},
           Row{99, "99", "STATDetected poor connection~"}}) {
-        const QRect place = console.lstNames->visualItemRect(console.lstNames->item(1));
-        QTest::mouseClick(console.lstNames->viewport(), Qt::LeftButton, {}, place.center());
+        clickRow(console.lstNames, 1);
         ASSERT_EQ(console.focusWidget(), console.cmdPing);
         QTest::keyClick(console.focusWidget(), Qt::Key_Space);
         EXPECT_FALSE(console.cmdPing->isEnabled());
@@ -70,9 +69,7 @@ TEST(Losses, PingCountsSecondsAndFindsPoorConnections) {
 
     // A press on the empty row that is released on the player's.
     QWidget& rows = *console.lstNames->viewport();
-    const auto middle = [&console](int row) {
-        return console.lstNames->visualItemRect(console.lstNames->item(row)).center();
-    };
+    const auto middle = [&console](int row) { return middleOf(console.lstNames, row); };
     QTest::mousePress(&rows, Qt::LeftButton, {}, middle(4));
     for (int row = 3; row >= 1; --row) {
         QMouseEvent move(QEvent::MouseMove, middle(row), rows.mapToGlobal(middle(row)),

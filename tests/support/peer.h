@@ -7,6 +7,9 @@
 
 namespace packwise {
 
+// A port of four digits that nobody listens on.
+quint16 freePort();
+
 class Peer {
 public:
     // A peer that is not connected yet.

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
@@ -36,5 +37,23 @@
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
+
+inline QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+inline QPoint middleOf(const QListWidget* list, int row) {
+    return list->visualItemRect(list->item(row)).center();
+}
+
+inline void clickRow(QListWidget* list, int row, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(list->viewport(), button, {}, middleOf(list, row));
+}
+
+inline void doubleClickRow(QListWidget* list, int row, Qt::MouseButton button = Qt::LeftButton) {
+    clickRow(list, row, button);
+    QTest::mouseDClick(list->viewport(), button, {}, middleOf(list, row));
+}
 
 }  // namespace packwise
