@@ -5,7 +5,7 @@
 namespace packwise {
 namespace {
 
-TEST(Program, TheStartWindowLeadsToOneOfTwoWindowsAndIsGone) {
+TEST(Program, TheStartWindowLeadsToAnotherAndIsGone) {
     Player joins(1);
     joins.program.start();
     FrmMain& main = joins.program.frmMain();
@@ -18,13 +18,6 @@ TEST(Program, TheStartWindowLeadsToOneOfTwoWindowsAndIsGone) {
     QTest::keyClick(main.windowHandle(), Qt::Key_C, Qt::AltModifier);
     EXPECT_TRUE(spinUntil([&] { return joins.program.isVisible(FormId::Connect); }));
     EXPECT_FALSE(joins.program.isVisible(FormId::Main));
-
-    Player hosts(2);
-    hosts.program.start();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&hosts.program.frmMain()));
-    QTest::keyClick(hosts.program.frmMain->windowHandle(), Qt::Key_S, Qt::AltModifier);
-    EXPECT_TRUE(spinUntil([&] { return hosts.program.isVisible(FormId::Server); }));
-    EXPECT_FALSE(hosts.program.isVisible(FormId::Main));
 }
 
 TEST(Program, AboutReturnsToAUsableStartWindow) {
