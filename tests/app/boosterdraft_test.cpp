@@ -1,7 +1,6 @@
 #include "app/draftparty.h"
 #include "client/cardlist.h"
 #include "common/codepage.h"
-#include "deck/deckfile.h"
 
 namespace packwise {
 namespace {
@@ -84,33 +83,7 @@ void expectEveryCardInOnePlace(DraftParty& party, Counts dealt) {
     EXPECT_EQ(total(dealt), kRounds * kCards - (kCards + 5));
 }
 
-void expectEveryCodeEverywhere(DraftParty& party, const QString& folder) {
-    std::map<int, QString> codes;
-    for (int seat = 0; seat < kPlayers; ++seat) {
-        if (seat == kLeaver) {
-            continue;
-        }
-        const QString file = QString::number(seat) + u".dec"_s;
-        ASSERT_TRUE(party.buildDeck(seat, folder, file));
-        QFile saved(folder + u'/' + file);
-        ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
-        codes[seat] = QString::number(codeOfDeckFile(saved.readAll().toStdString()).value());
-        EXPECT_NE(codes[seat], u"0"_s);
-    }
-    for (const auto& player : party.players()) {
-        if (player->gone) {
-            continue;
-        }
-        const ListBox& shown = *player->program.frmSecurity->lstCode;
-        EXPECT_TRUE(spinUntil([&] {
-            return std::all_of(codes.begin(), codes.end(), [&](const auto& code) {
-                return shown.text(code.first) == code.second;
-            });
-        })) << player->name.toStdString();
-    }
-}
-
-TEST(BoosterDraft, EightPlayWhileOneLeavesAndSevenSaveTheirDecks) {
+TEST(BoosterDraft, EightPlayWhileOneLeaves) {
     const CardFolder cards;
     ASSERT_EQ(cards.setNames().size(), 2);
     DraftParty party(kPlayers, cards.setNames(), kRounds);
@@ -122,18 +95,6 @@ TEST(BoosterDraft, EightPlayWhileOneLeavesAndSevenSaveTheirDecks) {
     EXPECT_TRUE(spinUntil([&] { return party.allBuildDecks(); }));
     expectEveryCardInOnePlace(party, dealt);
     expectChat(party, 0, u"/me builds"_s, u"*Player 0 builds"_s);
-
-    const QTemporaryDir decks;
-    expectEveryCodeEverywhere(party, decks.path());
-    for (int seat = 1; seat < kPlayers; ++seat) {
-        Player& player = party.player(seat);
-        if (!player.gone) {
-            EXPECT_FALSE(player.program.ended());
-            player.program.frmSecurity->closeByUser();  // the way out
-            EXPECT_TRUE(player.program.ended());
-        }
-    }
-    EXPECT_FALSE(party.host().program.frmSecurity->closeByUser());
 }
 
 }  // namespace

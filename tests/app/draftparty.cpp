@@ -1,7 +1,6 @@
 #include "app/draftparty.h"
 
 #include "client/cardlist.h"
-#include "deck/dirlistbox.h"
 #include "engine/samplefiles.h"
 
 #include <QElapsedTimer>
@@ -154,31 +153,6 @@ void DraftParty::leave(int seatIndex) {
     leaving.client().tmrClose_Timer();
     EXPECT_TRUE(leaving.program.ended());
     leaving.gone = true;
-}
-
-bool DraftParty::buildDeck(int seatIndex, const QString& folder, const QString& file) {
-    FrmDeckBuild& builder = player(seatIndex).program.frmDeckBuild();
-    int chosen = 0;
-    for (int row = 0; row < builder.lstSB->count() && chosen < 23; ++row) {
-        if (FrmDeckBuild::isCardLine(builder.lstSB->text(row))) {
-            builder.lstSB->setCurrentRow(row, QItemSelectionModel::Select);
-            ++chosen;
-        }
-    }
-    QTest::mouseClick(builder.cmdAdd, Qt::LeftButton);
-    for (int land = 0; land < 17; ++land) {
-        QTest::mouseClick(builder.cmdLand.at(static_cast<std::size_t>(land % 5)), Qt::LeftButton);
-    }
-    EXPECT_EQ(builder.lblDeckCount->text(), u"40"_s);
-    QTest::mouseClick(builder.cmdSave, Qt::LeftButton);
-    FrmSave& save = player(seatIndex).program.frmSave();
-    if (!save.isVisible()) {
-        return false;
-    }
-    save.dlbDir->setPath(folder);
-    save.txtSaveName->setText(file);
-    QTest::mouseClick(save.cmdOK, Qt::LeftButton);
-    return QFile::exists(folder + u'/' + file);
 }
 
 }  // namespace packwise

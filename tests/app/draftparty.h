@@ -81,10 +81,6 @@ public:
     // The player leaves by the close box of the draft window.
     void leave(int seatIndex);
 
-    // Presses the controls of the player's deck builder: 23 cards of the picks, 17 lands, saved
-    // under that path. False when the deck cannot be saved.
-    bool buildDeck(int seatIndex, const QString& folder, const QString& file);
-
 private:
     int packs_;
     DraftChoices choices_;

@@ -38,11 +38,6 @@ TEST(MessageSplitter, GivesTheSameMessagesHoweverTheStreamIsCut) {
             ASSERT_THAT(drain(splitter), ElementsAre("half"));
         }
     }
-    MessageSplitter bytewise;
-    for (const char c : stream) {
-        bytewise.append({&c, 1});
-    }
-    EXPECT_EQ(drain(bytewise), wanted);
 }
 
 TEST(MessageSplitter, OverflowsByTheLengthOfOneMessageHoweverItComes) {

@@ -11,7 +11,6 @@ using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 // The message of a player who takes the first card of the pack last sent to him.
 std::string pickFirst(const FakeHost& host, int socket) {

@@ -7,8 +7,6 @@
 
 #include <array>
 #include <functional>
-#include <optional>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,7 +37,6 @@ public:
     bool over = false;
     int cards = 3;  // in a pack
     int packsMade = 0;
-    int packsToMake = 1000;  // makePack fails behind these
     std::vector<std::string> sets = std::vector<std::string>(6, "Sample");
     std::function<double()> uniform = [] { return 0.0; };
     std::function<void(int, std::string_view)> onWrite;  // socket, 0 for all
@@ -97,18 +94,11 @@ public:
     std::vector<std::string> makePacks(int packIndex, int count) override {
         std::vector<std::string> packs;
         for (int i = 0; i < count; ++i) {
-            const std::optional<std::string> pack = makePack(packIndex);
-            if (!pack) {
-                return {};
-            }
-            packs.push_back(*pack);
+            packs.push_back(makePack(packIndex));
         }
         return packs;
     }
-    virtual std::optional<std::string> makePack(int packIndex) {
-        if (packsMade == packsToMake) {
-            return std::nullopt;
-        }
+    std::string makePack(int packIndex) {
         const char letter = static_cast<char>('a' + packsMade++ % 26);
         std::string pack;
         for (int i = 0; i < cards; ++i) {
