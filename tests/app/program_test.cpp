@@ -40,14 +40,23 @@ TEST(Program, AboutReturnsToAUsableStartWindow) {
     EXPECT_TRUE(player.program.isVisible(FormId::Connect));
 }
 
-TEST(Program, SavingKeepsThePlaceOfAWindowThatWasNotShown) {
+TEST(Program, SavingKeepsThePlacesOfWindowsThatWereNotShown) {
     Player player(1);
-    player.program.settings().write(u"Forms"_s, u"Server"_s, u"1507.5 2251"_s);
-    player.program.settings().write(u"Forms"_s, u"MessageSize"_s, u"9001 4502"_s);
+    SettingsStore& settings = player.program.settings();
+    const std::map<QString, QString> places = {{u"Server"_s, u"1507.5 2251"_s},
+                                               {u"Client"_s, u"30 45"_s},
+                                               {u"Message"_s, u"60 75"_s},
+                                               {u"MessageSize"_s, u"9001 4502"_s},
+                                               {u"Security"_s, u"90 105"_s}};
+    for (const auto& [window, place] : places) {
+        settings.write(u"Forms"_s, window, place);
+    }
     player.program.saveForms();
-    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"Server"_s), u"1507.5 2251"_s);
-    EXPECT_EQ(player.program.settings().read(u"Forms"_s, u"MessageSize"_s), u"9001 4502"_s);
-    EXPECT_EQ(player.program.settings().readAll(u"Forms"_s).size(), 5);
+    std::map<QString, QString> saved;
+    for (const auto& [window, place] : settings.readAll(u"Forms"_s)) {
+        saved[window] = place;
+    }
+    EXPECT_EQ(saved, places);
 }
 
 TEST(Program, TheEndLeavesNothingOnTheScreenAndNoSocketOpen) {

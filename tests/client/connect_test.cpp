@@ -10,7 +10,7 @@ TEST(FrmConnect, RestoresNameAndPortAndOffersTheClipboardAsAddress) {
     ClientWorld world;
     setting::clientName.write(world.shell.settings(), u"Fox"_s);
     setting::clientPort.write(world.shell.settings(), u"6001"_s);
-    QGuiApplication::clipboard()->setText(u" 192.168.100.100"_s);
+    QGuiApplication::clipboard()->setText(u" 192.168.100.1009"_s);
     FrmConnect& dialog = world.frmConnect();
     EXPECT_EQ(dialog.txtName->text(), u"Fox"_s);
     EXPECT_EQ(dialog.txtPort->text(), u"6001"_s);

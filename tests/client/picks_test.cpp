@@ -206,6 +206,8 @@ TEST(ClientPicks, KeepsEveryRowOfAFullPackBesideItsDot) {
         const Shape& dot = *client.shaDot[static_cast<std::size_t>(row)];
         EXPECT_NEAR(dot.geometry().center().y(), middle, 1) << row;
         EXPECT_EQ(dot.fillColor(), QColor(kDotColors[row % 8])) << row;
+        const QColor bar = client.shaBar[static_cast<std::size_t>(row % 8)]->fillColor();
+        EXPECT_EQ(bar, row % 8 == 7 ? QColor(192, 192, 208) : dot.fillColor()) << row;
     }
 }
 

@@ -89,6 +89,8 @@ TEST(Console, StoredChoicesComeBack) {
     EXPECT_FALSE(console.cboPack[3]->isEnabled());
     console.chkHalt->click();
     EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Halt"_s), u"0"_s);
+    console.chkSilence->click();
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Silence"_s), u"0"_s);
 }
 
 TEST(Console, ChecksNameAndPortBeforeItListens) {
@@ -137,6 +139,7 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
     EXPECT_TRUE(bench.security.isVisible());
     EXPECT_EQ(bench.shell.settings().read(u"Client"_s, u"Name"_s), u"Ann"_s);
     EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Port"_s), QString::number(port));
+    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"RunClient"_s), u"1"_s);
     for (const QWidget* control : std::initializer_list<QWidget*>{
              console.cmdOpenPort, console.txtPort, console.txtName, console.chkClient}) {
         EXPECT_FALSE(control->isEnabled());
