@@ -10,6 +10,9 @@ TEST_F(Program, RegistersASetOnceBehindTheUsersOwn) {
     store().write(u"Client"_s, u"Name"_s, u"Ann"_s);
     put(u"one.set"_s, setNamed("Reed, Two"));
     put(u"two.set"_s, setNamed("Ash Set"));
+    run({u"build"_s, u"one.set"_s, u"--into"_s, u"cards"_s, u"--no-register"_s});
+    EXPECT_EQ(1, registered().size());
+    EXPECT_THAT(run({u"list"_s, u"cards"_s}).out, HasSubstr("(not registered)"));
     EXPECT_EQ("Reed, Two: written\n", run({u"build"_s, u"one.set"_s}).out);
     EXPECT_EQ("Reed, Two: up to date\nAsh Set: written\n",
               run({u"build"_s, u"one.set"_s, u"two.set"_s, u"--register"_s}).out);
