@@ -1,5 +1,5 @@
 // The heart's speed: dealing beside reading and cutting the same file once, and cutting a stream.
-#include "common/protocol.h"
+#include "protocol/framing.h"
 #include "engine/dealing.h"
 #include "engine/samplefiles.h"
 
@@ -78,7 +78,7 @@ void deal(benchmark::State& state) {
     };
     for ([[maybe_unused]] auto _ : state) {
         auto pack = Deal(sampleFolder(), "Sample", draw);
-        if (!pack || countCards(*pack) != kMostCardsInPack) {
+        if (!pack || pack->size() != kMostCardsInPack) {
             state.SkipWithError("no pack");
         }
         benchmark::DoNotOptimize(pack);

@@ -1,5 +1,5 @@
 #include "app/program.h"
-#include "common/protocol.h"
+#include "protocol/framing.h"
 #include "platform/look.h"
 
 #include <QApplication>

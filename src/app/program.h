@@ -17,9 +17,9 @@
 #include "deck/frmsave.h"
 #include "platform/heldkey.h"
 #include "platform/lazy.h"
-#include "server/frmfixseats.h"
-#include "server/frmserver.h"
-#include "server/localclient.h"
+#include "console/frmfixseats.h"
+#include "console/frmserver.h"
+#include "console/localclient.h"
 
 #include <QObject>
 

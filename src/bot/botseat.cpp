@@ -55,7 +55,7 @@ void BotSeat::leave() {
     if (!alive_ || farewell_.isActive()) {
         return;
     }
-    send("DROP~");
+    send(to_server::Drop{}.write());
     thinking_.stop();
     keepAlive_.stop();
     farewell_.start();

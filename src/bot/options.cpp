@@ -1,6 +1,6 @@
 #include "bot/options.h"
 
-#include "common/protocol.h"
+#include "protocol/framing.h"
 
 #include <QCommandLineParser>
 

@@ -9,7 +9,6 @@ namespace packwise {
 
 namespace {
 
-constexpr int kMostClockSeconds = 30;
 // The server pokes every second.
 constexpr int kMostSilentSeconds = 35;
 
@@ -17,29 +16,7 @@ std::string_view bare(std::string_view token) {
     return token.substr(1);
 }
 
-// The tokens of a pack string; nothing when it is none.
-std::optional<std::vector<std::string>> readPack(std::string_view body) {
-    if (!body.empty() && body.back() != kFieldEnd) {
-        return std::nullopt;
-    }
-    std::vector<std::string> pack = readFields(body);
-    const bool sound = pack.size() <= kMostCardsInPack &&
-                       std::all_of(pack.begin(), pack.end(),
-                                   [](const std::string& token) { return token.size() > 1; });
-    return sound ? std::optional(std::move(pack)) : std::nullopt;
-}
-
 }  // namespace
-
-const std::array<Player::Branch, 20> Player::kBranches = {{
-    {"HELO", &Player::onHelo}, {"NAME", &Player::onName}, {"DROP", &Player::onDrop},
-    {"STAT", &Player::onStat}, {"CLOS", &Player::onClos}, {"PING", &Player::onPing},
-    {"TEST", &Player::onTest}, {"SEAT", &Player::onSeat}, {"PAKS", &Player::onPaks},
-    {"INFO", &Player::onInfo}, {"ROUN", &Player::onRoun}, {"BOOS", &Player::onBoos},
-    {"REVW", &Player::onRevw}, {"TURN", &Player::onTurn}, {"RPCK", &Player::onRpck},
-    {"RPAU", &Player::onRpau}, {"OVER", &Player::onOver}, {"MESG", &Player::ignore},
-    {"CODE", &Player::ignore}, {"PONG", &Player::ignore},
-}};
 
 void Player::begin(const std::string& name) {
     splitter_.clear();
@@ -60,163 +37,120 @@ void Player::receive(std::string_view bytes) {
         if (!message) {
             break;
         }
-        dispatch(*message);
+        to_client::dispatch(*message, *this);
     }
     if (stage_ != Stage::Ended && splitter_.overflowed()) {
         end(Ending::Flooded);
     }
 }
 
-void Player::dispatch(std::string_view text) {
-    const std::optional<Message> message = readMessage(text);
-    if (!message) {
+void Player::on(const to_client::Hello& message) {
+    if (stage_ != Stage::Connecting) {
         return;
     }
-    const auto branch = std::find_if(kBranches.begin(), kBranches.end(), [&](const Branch& each) {
-        return each.command == message->command;
-    });
-    if (branch != kBranches.end()) {
-        (this->*branch->run)(message->body);
-    }
-}
-
-void Player::onHelo(std::string_view body) {
-    const std::optional<int> number = readNumber(body);
-    if (stage_ != Stage::Connecting || !number || *number < 1 || *number > kSeats) {
-        return;
-    }
-    number_ = *number;
+    number_ = message.socket;
     stage_ = Stage::Named;
-    link_.send("VERS" + std::string(kProtocolVersion) + kTerminator);
-    link_.send("NAME" + name_ + kTerminator);
+    link_.send(to_server::Version{{std::string(kProtocolVersion)}}.write());
+    link_.send(to_server::Name{name_}.write());
 }
 
 // A newcomer's name goes to all, then all eight to the newcomer: his own comes before the rest.
-void Player::onName(std::string_view body) {
-    const std::optional<int> seat = readSeatDigit(body);
-    if (!seat) {
-        return;
-    }
-    roster_[static_cast<std::size_t>(*seat)] = body.substr(1);
-    if (stage_ == Stage::Named && *seat == number_ - 1 && body.substr(1) == name_) {
+void Player::on(const to_client::Name& message) {
+    roster_[static_cast<std::size_t>(message.seat)] = message.name;
+    if (stage_ == Stage::Named && message.seat == number_ - 1 && message.name == name_) {
         stage_ = Stage::Seated;
         link_.report("sits at seat " + std::to_string(number_));
-    } else if (stage_ == Stage::Seated && *seat == kSeats - 1) {
+    } else if (stage_ == Stage::Seated && message.seat == kSeats - 1) {
         knowsRoster_ = true;
     }
 }
 
-void Player::onDrop(std::string_view body) {
-    if (const std::optional<int> seat = readSeatDigit(body)) {
-        roster_[static_cast<std::size_t>(*seat)].clear();
-    }
+void Player::on(const to_client::Drop& message) {
+    roster_[static_cast<std::size_t>(message.seat)].clear();
 }
 
-void Player::onStat(std::string_view body) {
-    if (stage_ == Stage::Connecting && body == "Server is full") {
+void Player::on(const to_client::Status& message) {
+    if (stage_ == Stage::Connecting && message.text == "Server is full") {
         end(Ending::Full);
     }
 }
 
-void Player::onClos(std::string_view) {
+void Player::on(const to_client::Close&) {
     end(Ending::Closed);
 }
 
-void Player::onPing(std::string_view) {
-    link_.send("PONG~");
+void Player::on(const to_client::Ping&) {
+    link_.send(to_server::Pong{}.write());
 }
 
-void Player::onTest(std::string_view) {
-    link_.send("TEST~");
+void Player::on(const to_client::Test&) {
+    link_.send(to_server::Test{}.write());
 }
 
-void Player::onSeat(std::string_view body) {
-    const std::optional<int> seat = readSeatDigit(body);
-    const std::optional<int> position =
-        readSeatDigit(body.substr(std::min<std::size_t>(1, body.size())));
-    if (body.size() == 2 && seat && position && *seat == number_ - 1) {
-        position_ = *position;
+void Player::on(const to_client::Seat& message) {
+    if (message.seat == number_ - 1) {
+        position_ = message.position;
     }
 }
 
-void Player::onPaks(std::string_view body) {
-    const std::vector<std::string> sets = readFields(body);
-    if (sets.size() < kMostPacks) {
-        return;
-    }
-    book_.setSets({sets.begin(), sets.begin() + kMostPacks});
-    const auto packs = kMostPacks - std::count(sets.begin(), sets.begin() + kMostPacks, "");
+void Player::on(const to_client::Sets& message) {
+    book_.setSets({message.names.begin(), message.names.end()});
+    const auto packs =
+        kMostPacks - std::count(message.names.begin(), message.names.end(), std::string());
     picker_.setDraftLength(static_cast<int>(packs) * kMostCardsInPack);
 }
 
-void Player::onInfo(std::string_view body) {
-    if (body.empty()) {
-        return;
-    }
-    if (body.front() == 'B') {
-        draftType_ = 'B';
-    } else if (body.front() == 'R') {
-        draftType_ = 'R';
-        const bool timed = body.size() > 2 && body[1] == '1';
-        const int seconds = timed ? readNumber(body.substr(2)).value_or(0) : 0;
-        clockSeconds_ = std::clamp(seconds, 0, kMostClockSeconds);
+void Player::on(const to_client::Info& message) {
+    if (message.format == 'B' || message.format == 'R') {
+        draftType_ = message.format;
+        clockSeconds_ = message.seconds;
     }
 }
 
-void Player::onRoun(std::string_view body) {
-    round_ = body;
+void Player::on(const to_client::Round& message) {
+    round_ = message.text;
     picksInRound_ = 0;
 }
 
-void Player::onBoos(std::string_view body) {
-    std::optional<std::vector<std::string>> pack = readPack(body);
-    if (!pack || over_) {
+void Player::on(const to_client::ShowPack& message) {
+    if (over_) {
         return;
     }
-    pack_ = std::move(*pack);
+    pack_ = message.pack;
     plan(draftType_ == 'B' && !pack_.empty() ? Due::BoosterPick : Due::Nothing);
 }
 
-void Player::onRevw(std::string_view) {
+void Player::on(const to_client::Review&) {
     if (draftType_ == 'R' && position_ >= 0) {
         plan(Due::Review);
     }
 }
 
-void Player::onTurn(std::string_view body) {
-    if (draftType_ != 'R' || over_) {
-        return;
+void Player::on(const to_client::Turn& message) {
+    if (draftType_ == 'R' && !over_) {
+        plan(message.position == position_ && !pack_.empty() ? Due::RochesterPick : Due::Nothing);
     }
-    const std::optional<int> number = readNumber(body);
-    plan(position_ >= 0 && number == position_ + 1 && !pack_.empty() ? Due::RochesterPick
-                                                                     : Due::Nothing);
 }
 
 // The echo of a pick: only now the card leaves the pack, on all sides alike.
-void Player::onRpck(std::string_view body) {
-    if (!body.empty() && body.back() == '!') {
-        body.remove_suffix(1);
-    }
-    const std::optional<int> position = readSeatDigit(body);
-    const std::optional<int> row = position ? readNumber(body.substr(1)) : std::nullopt;
-    if (!row || *row < 0 || *row >= static_cast<int>(pack_.size()) || draftType_ != 'R') {
+void Player::on(const to_client::Pick& message) {
+    if (message.row >= pack_.size() || draftType_ != 'R') {
         return;
     }
-    const auto picked = pack_.begin() + *row;
-    const std::string token = *picked;
-    pack_.erase(picked);
-    if (*position == position_) {
+    const std::string token(pack_.card(message.row));
+    pack_.remove(message.row);
+    if (message.position == position_) {
         take(token);
     }
 }
 
-void Player::onRpau(std::string_view) {
+void Player::on(const to_client::Pause&) {
     if (draftType_ == 'R' && position_ >= 0) {
         plan(Due::Pause);
     }
 }
 
-void Player::onOver(std::string_view) {
+void Player::on(const to_client::Over&) {
     if (over_ || draftType_ == 0) {
         return;
     }
@@ -232,7 +166,7 @@ void Player::onOver(std::string_view) {
     }
     const DeckPlan deck = planDeck(picks);
     if (const auto code = link_.saveDeck(name_, deck.deck, deck.sideboard)) {
-        link_.send("CODE" + std::to_string(*code) + kTerminator);
+        link_.send(to_server::Code{*code}.write());
     }
 }
 
@@ -257,10 +191,10 @@ void Player::onTimer() {
             pickRochester();
             break;
         case Due::Review:
-            link_.send("RROK~");
+            link_.send(to_server::ReviewDone{}.write());
             break;
         case Due::Pause:
-            link_.send("RPOK~");
+            link_.send(to_server::PauseDone{}.write());
             break;
     }
 }
@@ -269,38 +203,34 @@ void Player::onSecond() {
     if (++silentSeconds_ >= kMostSilentSeconds) {
         end(Ending::Lost);
     } else {
-        link_.send("PING~");
+        link_.send(to_server::Ping{}.write());
     }
 }
 
 std::size_t Player::chooseRow() {
     std::vector<CardFacts> pack;
-    for (const std::string& token : pack_) {
+    for (const std::string& token : pack_.cards()) {
         pack.push_back(facts(token));
     }
     return picker_.choose(pack);
 }
 
 void Player::pickBooster() {
-    const auto picked = pack_.begin() + static_cast<std::ptrdiff_t>(chooseRow());
-    const std::string token = *picked;
-    pack_.erase(picked);
+    const int row = static_cast<int>(chooseRow());
+    const std::string token(pack_.card(row));
+    pack_.remove(row);
     take(token);
-    std::string rest = "BPCK";
-    for (const std::string& left : pack_) {
-        rest += left + kFieldEnd;
-    }
-    link_.send("CARD" + token + kTerminator);
-    link_.send(rest + kTerminator);
+    link_.send(to_server::Card{token}.write());
+    link_.send(to_server::PackBack{pack_}.write());
 }
 
 void Player::pickRochester() {
     if (pack_.empty()) {
         return;
     }
-    const std::size_t row = chooseRow();
-    link_.send("CARD" + pack_[row] + kTerminator);
-    link_.send("RPCK" + std::to_string(row) + kTerminator);
+    const int row = static_cast<int>(chooseRow());
+    link_.send(to_server::Card{std::string(pack_.card(row))}.write());
+    link_.send(to_server::Pick{row}.write());
 }
 
 void Player::take(const std::string& token) {

@@ -3,7 +3,7 @@
 
 #include "bot/cardbook.h"
 #include "bot/picker.h"
-#include "common/protocol.h"
+#include "protocol/messages.h"
 
 #include <array>
 #include <cstdint>
@@ -70,6 +70,32 @@ public:
     // The connection is gone.
     void onLinkLost();
 
+    // The messages of the server.
+    void on(const to_client::Hello& message);
+    void on(const to_client::Name& message);
+    void on(const to_client::Drop& message);
+    void on(const to_client::Status& message);
+    void on(const to_client::Close& message);
+    void on(const to_client::Ping& message);
+    void on(const to_client::Test& message);
+    void on(const to_client::Seat& message);
+    void on(const to_client::Sets& message);
+    void on(const to_client::Info& message);
+    void on(const to_client::Round& message);
+    void on(const to_client::ShowPack& message);
+    void on(const to_client::Review& message);
+    void on(const to_client::Turn& message);
+    void on(const to_client::Pick& message);
+    void on(const to_client::Pause& message);
+    void on(const to_client::Over& message);
+    void on(const to_client::Chat&) {}
+    void on(const to_client::Pong&) {}
+    void on(const to_client::Address&) {}
+    void on(const to_client::Snow&) {}
+    void on(const to_client::Picked&) {}
+    void on(const to_client::Answered&) {}
+    void on(const to_client::Code&) {}
+
     Stage stage() const { return stage_; }
     Ending ending() const { return ending_; }
     const std::string& name() const { return name_; }
@@ -80,32 +106,6 @@ public:
 
 private:
     enum class Due { Nothing, BoosterPick, RochesterPick, Review, Pause };
-    struct Branch {
-        std::string_view command;
-        void (Player::*run)(std::string_view body);
-    };
-    static const std::array<Branch, 20> kBranches;
-
-    void dispatch(std::string_view text);
-    void onHelo(std::string_view body);
-    void onName(std::string_view body);
-    void onDrop(std::string_view body);
-    void onStat(std::string_view body);
-    void onClos(std::string_view body);
-    void onPing(std::string_view body);
-    void onTest(std::string_view body);
-    void onSeat(std::string_view body);
-    void onPaks(std::string_view body);
-    void onInfo(std::string_view body);
-    void onRoun(std::string_view body);
-    void onBoos(std::string_view body);
-    void onRevw(std::string_view body);
-    void onTurn(std::string_view body);
-    void onRpck(std::string_view body);
-    void onRpau(std::string_view body);
-    void onOver(std::string_view body);
-    void ignore(std::string_view) {}
-
     void plan(Due due);
     std::size_t chooseRow();
     void pickBooster();
@@ -132,7 +132,7 @@ private:
     int clockSeconds_ = 0;  // for a Rochester pick; 0 in an untimed draft
     std::string round_;
     int picksInRound_ = 0;
-    std::vector<std::string> pack_;   // tokens
+    Pack pack_;
     std::vector<std::string> picks_;  // tokens
     Due due_ = Due::Nothing;
     bool over_ = false;

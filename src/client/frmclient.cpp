@@ -165,7 +165,7 @@ void FrmClient::keyPressEvent(QKeyEvent* event) {
 }
 
 void FrmClient::tmrMisc_Timer() {
-    Send("PING~");
+    Send(to_server::Ping{}.write());
 }
 
 void FrmClient::tmrSilence_Timer() {
@@ -187,7 +187,7 @@ bool FrmClient::queryUnload(UnloadMode) {
                                                          BoxButtons::YesNo, BoxIcon::Exclamation});
         // The draft may have ended while the box stood: the player is in the deck builder now.
         if (leave && !shell_.ended() && !draftOver_) {
-            Send("DROP~");
+            Send(to_server::Drop{}.write());
             tmrClose->start();
         }
         return false;

@@ -7,17 +7,16 @@
 #pragma once
 
 #include "client/cardcolors.h"
-#include "common/protocol.h"
 #include "platform/form.h"
 #include "platform/lazy.h"
 #include "platform/shape.h"
 #include "platform/socket.h"
+#include "protocol/messages.h"
 
 #include <QStringList>
 
 #include <array>
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -127,6 +126,32 @@ public:
     void tmrReview_Timer();
     void cmdOK_Click();
 
+    // The messages of the server.
+    void on(const to_client::Close& message);
+    void on(const to_client::Chat& message);
+    void on(const to_client::Ping& message);
+    void on(const to_client::Pong&) {}  // the light has blinked
+    void on(const to_client::Hello& message);
+    void on(const to_client::Status& message);
+    void on(const to_client::Drop& message);
+    void on(const to_client::Name& message);
+    void on(const to_client::Address& message);
+    void on(const to_client::Test& message);
+    void on(const to_client::Seat& message);
+    void on(const to_client::Sets& message);
+    void on(const to_client::Info& message);
+    void on(const to_client::Round& message);
+    void on(const to_client::ShowPack& message);
+    void on(const to_client::Picked& message);
+    void on(const to_client::Turn& message);
+    void on(const to_client::Pick& message);
+    void on(const to_client::Review& message);
+    void on(const to_client::Pause& message);
+    void on(const to_client::Answered& message);
+    void on(const to_client::Over& message);
+    void on(const to_client::Snow& message);
+    void on(const to_client::Code& message);
+
 Q_SIGNALS:
     // The player, who looks elsewhere, is called: something waits for a pick.
     void playerCalled();
@@ -137,13 +162,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    using Handler = void (FrmClient::*)(std::string_view body);
-    struct Command {
-        std::string_view name;
-        Handler handle;
-    };
-    static std::span<const Command> commands();
-
     void makeControls();
     void makeStatus();
     void makePack(QWidget* draft);
@@ -154,29 +172,6 @@ private:
     void connectControls();
 
     void Dispatch(std::string_view message);
-    void onClos(std::string_view body);
-    void onMesg(std::string_view body);
-    void onPing(std::string_view body);
-    void onHelo(std::string_view body);
-    void onStat(std::string_view body);
-    void onDrop(std::string_view body);
-    void onName(std::string_view body);
-    void onAddr(std::string_view body);
-    void onTest(std::string_view body);
-    void onSeat(std::string_view body);
-    void onInfo(std::string_view body);
-    void onPaks(std::string_view body);
-    void onRoun(std::string_view body);
-    void onBoos(std::string_view body);
-    void onTurn(std::string_view body);
-    void onRpck(std::string_view body);
-    void onRevw(std::string_view body);
-    void onRpau(std::string_view body);
-    void onBsta(std::string_view body);
-    void onRsta(std::string_view body);
-    void onOver(std::string_view body);
-    void onSnow(std::string_view body);
-    void onCode(std::string_view body);
 
     // `detail` is plain text for the tool tip and for a screen reader.
     void setStatus(const QString& status, const QString& detail = {});

@@ -28,59 +28,16 @@ namespace {
 // Twips.
 constexpr int kBoosterPickedHeight = 4100;
 
-constexpr int kMostPickSeconds = 30;
-
-std::optional<int> readBetween(std::string_view text, int least, int most) {
-    const std::optional<int> number = readNumber(text);
-    return number && *number >= least && *number <= most ? number : std::nullopt;
-}
-
-// A body that is a seat index or a table position and nothing else.
-std::optional<std::size_t> readPlace(std::string_view text) {
-    const std::optional<int> digit = text.size() == 1 ? readSeatDigit(text) : std::nullopt;
-    return digit ? std::optional(static_cast<std::size_t>(*digit)) : std::nullopt;
-}
-
-// The card tokens of a pack string; nothing when it is none.
-std::optional<std::vector<std::string>> readPack(std::string_view body) {
-    std::vector<std::string> tokens = readFields(body);
-    const bool whole = body.empty() || body.back() == kFieldEnd;
-    const bool named = std::ranges::all_of(tokens, [](const auto& t) { return t.size() > 1; });
-    if (!whole || !named || tokens.size() > kMostCardsInPack) {
-        return std::nullopt;
-    }
-    return tokens;
-}
-
 }  // namespace
 
-std::span<const FrmClient::Command> FrmClient::commands() {
-    static constexpr Command kCommands[] = {
-        {"CLOS", &FrmClient::onClos}, {"MESG", &FrmClient::onMesg}, {"PING", &FrmClient::onPing},
-        {"HELO", &FrmClient::onHelo}, {"STAT", &FrmClient::onStat}, {"DROP", &FrmClient::onDrop},
-        {"NAME", &FrmClient::onName}, {"ADDR", &FrmClient::onAddr}, {"TEST", &FrmClient::onTest},
-        {"SEAT", &FrmClient::onSeat}, {"INFO", &FrmClient::onInfo}, {"PAKS", &FrmClient::onPaks},
-        {"ROUN", &FrmClient::onRoun}, {"BOOS", &FrmClient::onBoos}, {"TURN", &FrmClient::onTurn},
-        {"RPCK", &FrmClient::onRpck}, {"REVW", &FrmClient::onRevw}, {"RPAU", &FrmClient::onRpau},
-        {"BSTA", &FrmClient::onBsta}, {"RSTA", &FrmClient::onRsta}, {"OVER", &FrmClient::onOver},
-        {"SNOW", &FrmClient::onSnow}, {"CODE", &FrmClient::onCode}};
-    return kCommands;
-}
-
 void FrmClient::Dispatch(std::string_view message) {
-    const std::optional<Message> read = readMessage(message);
-    if (!read) {
-        return;
-    }
-    setLight(shaLight->fillColor() == shade::green ? shade::darkGreen : shade::green);
-    const auto known = commands();
-    const auto found = std::ranges::find(known, read->command, &Command::name);
-    if (found != known.end()) {
-        (this->*found->handle)(read->body);
+    if (message.size() >= kCommandLength) {
+        setLight(shaLight->fillColor() == shade::green ? shade::darkGreen : shade::green);
+        to_client::dispatch(message, *this);
     }
 }
 
-void FrmClient::onClos(std::string_view) {
+void FrmClient::on(const to_client::Close&) {
     wskClient->close();
     setStatus(u"Connection closed"_s, lastWords());
     setLight(shade::red);
@@ -94,48 +51,40 @@ void FrmClient::onClos(std::string_view) {
     }
 }
 
-void FrmClient::onMesg(std::string_view body) {
+void FrmClient::on(const to_client::Chat& message) {
+    const std::string& body = message.text;
     if (!body.starts_with('<') && !body.starts_with('*')) {
         lastSaid_ = screenText(body);
     }
     frmMessage_->Receive(body);
 }
 
-void FrmClient::onPing(std::string_view) {
-    Send("PONG~");
+void FrmClient::on(const to_client::Ping&) {
+    Send(to_server::Pong{}.write());
 }
 
-void FrmClient::onHelo(std::string_view body) {
-    const std::optional<int> number = readBetween(body, 1, kSeats);
-    if (!number) {
-        return;
-    }
+void FrmClient::on(const to_client::Hello& message) {
     setLight(shade::green);
-    setStatus(u"Connected as "_s + fromBytes(body));
-    myNumber = *number;
-    Send("VERS" + std::string(kProtocolVersion) + kTerminator);
-    Send("NAME" + toBytes(clientName) + kTerminator);
+    setStatus(u"Connected as "_s + QString::number(message.socket));
+    myNumber = message.socket;
+    Send(to_server::Version{{std::string(kProtocolVersion)}}.write());
+    Send(to_server::Name{toBytes(clientName)}.write());
 }
 
-void FrmClient::onStat(std::string_view body) {
-    lastStat_ = screenText(body);
+void FrmClient::on(const to_client::Status& message) {
+    lastStat_ = screenText(message.text);
     setStatus(lastStat_);
 }
 
-void FrmClient::onTest(std::string_view) {
-    Send("TEST~");
+void FrmClient::on(const to_client::Test&) {
+    Send(to_server::Test{}.write());
 }
 
-void FrmClient::onDrop(std::string_view body) {
-    const std::optional<std::size_t> seat = readPlace(body);
-    if (!seat) {
-        return;
-    }
-    const int row = static_cast<int>(*seat);
-    Names[*seat].clear();
-    frmMessage_->lstNames->setText(row, u" "_s);
-    frmSecurity_->lstNames->setText(row, u" "_s);
-    frmSecurity_->lstIP->setText(row, u" "_s);
+void FrmClient::on(const to_client::Drop& message) {
+    Names[static_cast<std::size_t>(message.seat)].clear();
+    frmMessage_->lstNames->setText(message.seat, u" "_s);
+    frmSecurity_->lstNames->setText(message.seat, u" "_s);
+    frmSecurity_->lstIP->setText(message.seat, u" "_s);
     countPlayers();
 }
 
@@ -144,73 +93,47 @@ void FrmClient::countPlayers() {
         std::ranges::count_if(Names, [](const QString& known) { return !known.isEmpty(); }));
 }
 
-void FrmClient::onName(std::string_view body) {
-    const std::optional<int> seat = readSeatDigit(body);
-    if (!seat) {
-        return;
-    }
-    const QString name = screenText(body.substr(1));
-    Names[static_cast<std::size_t>(*seat)] = name;
-    frmMessage_->lstNames->setText(*seat, name);
-    frmSecurity_->lstNames->setText(*seat, name);
+void FrmClient::on(const to_client::Name& message) {
+    const QString name = screenText(message.name);
+    Names[static_cast<std::size_t>(message.seat)] = name;
+    frmMessage_->lstNames->setText(message.seat, name);
+    frmSecurity_->lstNames->setText(message.seat, name);
     countPlayers();
 }
 
-void FrmClient::onAddr(std::string_view body) {
-    const std::optional<int> seat = readSeatDigit(body);
-    if (!seat) {
-        return;
-    }
+void FrmClient::on(const to_client::Address& message) {
     // The server's own machine: shown by the address at which it was reached from here.
-    const QString address = screenText(body.substr(1));
-    frmSecurity_->lstIP->setText(*seat,
+    const QString address = screenText(message.address);
+    frmSecurity_->lstIP->setText(message.seat,
                                  address == u"127.0.0.1"_s ? wskClient->remoteHostIp() : address);
 }
 
-void FrmClient::onSeat(std::string_view body) {
-    const std::optional<std::size_t> seat = readPlace(body.substr(0, 1));
-    const std::optional<std::size_t> place =
-        body.size() == 2 ? readPlace(body.substr(1)) : std::nullopt;
-    if (!seat || !place) {
-        return;
+void FrmClient::on(const to_client::Seat& message) {
+    const auto place = static_cast<std::size_t>(message.position);
+    const QString& name = Names[static_cast<std::size_t>(message.seat)];
+    lblNameB[place]->setText(name);
+    lblNameR[place]->setText(name);
+    txtLastPick[place]->setAccessibleName(u"Last pick of "_s + name);
+    if (message.seat == myNumber - 1) {
+        shaSeat[place]->setBorderColor(shade::white);
+        myPosition = message.position;
     }
-    const QString& name = Names[*seat];
-    lblNameB[*place]->setText(name);
-    lblNameR[*place]->setText(name);
-    txtLastPick[*place]->setAccessibleName(u"Last pick of "_s + name);
-    if (static_cast<int>(*seat) == myNumber - 1) {
-        shaSeat[*place]->setBorderColor(shade::white);
-        myPosition = static_cast<int>(*place);
-    }
-    colorSeat(*place, shade::red);
+    colorSeat(place, shade::red);
 }
 
-void FrmClient::onPaks(std::string_view body) {
-    const std::vector<std::string> fields = readFields(body);
-    if (fields.size() != kMostPacks || body.back() != kFieldEnd) {
-        return;
-    }
+void FrmClient::on(const to_client::Sets& message) {
     for (int index = 0; index < kMostPacks; ++index) {
-        const std::string& set = fields[static_cast<std::size_t>(index)];
+        const std::string& set = message.names[static_cast<std::size_t>(index)];
         Sets[index] = screenText(set);
         frmDeckBuild_->setPack(index, set);
     }
 }
 
-void FrmClient::onInfo(std::string_view body) {
-    if (body.empty()) {
-        return;
-    }
-    const bool timed = body.starts_with("R1");
-    const std::optional<int> seconds =
-        timed ? readBetween(body.substr(2), 1, kMostPickSeconds) : std::optional(0);
-    if (!seconds) {
-        return;
-    }
+void FrmClient::on(const to_client::Info& message) {
     lastSaid_.clear();  // what was said before the draft is not why it stops
     fraDraft_->show();
     int height = heightTwips();
-    if (body.front() == 'B') {
+    if (message.format == 'B') {
         draftType = 'B';
         height = kBoosterHeight;
         fraBooster->show();
@@ -218,32 +141,28 @@ void FrmClient::onInfo(std::string_view body) {
         for (CardList* list : {lstPicked, lstPickedNS}) {
             list->resize(list->width(), toPixels(kBoosterPickedHeight));
         }
-    } else if (body.front() == 'R') {
+    } else if (message.format == 'R') {
         draftType = 'R';
         height = kRochesterHeight;
         fraBooster->hide();
         fraRoch->show();
         lstPicked->hide();
-        clockSeconds = *seconds;
-        lblTick->setVisible(timed);
+        clockSeconds = message.seconds;
+        lblTick->setVisible(message.timed);
         disableNamesR();
     }
     setSizeTwips(kDraftWidth, height);
     moveIntoWorkArea();
 }
 
-void FrmClient::onRoun(std::string_view body) {
-    lblRound->setText(screenText(body));
+void FrmClient::on(const to_client::Round& message) {
+    lblRound->setText(screenText(message.text));
     const bool wasClockwise = !imgCW->isHidden();
     imgCW->setVisible(!wasClockwise);
     imgCCW->setVisible(wasClockwise);
 }
 
-void FrmClient::onBoos(std::string_view body) {
-    const std::optional<std::vector<std::string>> tokens = readPack(body);
-    if (!tokens) {
-        return;
-    }
+void FrmClient::on(const to_client::ShowPack& message) {
     callPlayer();
     if (draftType == 'B') {
         allowPick();
@@ -253,24 +172,18 @@ void FrmClient::onBoos(std::string_view body) {
             colorSeat(place, shade::red);
         }
     }
-    showPack(*tokens);
+    showPack(message.pack.cards());
     lstPack->setFocus();  // takes effect once the window is active
 }
 
-void FrmClient::onBsta(std::string_view body) {
-    if (const std::optional<std::size_t> place = readPlace(body)) {
-        colorSeat(*place, shade::green);
-    }
+void FrmClient::on(const to_client::Picked& message) {
+    colorSeat(static_cast<std::size_t>(message.position), shade::green);
 }
 
-void FrmClient::onTurn(std::string_view body) {
-    const std::optional<int> turn = readBetween(body, 1, kSeats);
-    if (!turn) {
-        return;
-    }
+void FrmClient::on(const to_client::Turn& message) {
     disableNamesR();
-    lightNameR(static_cast<std::size_t>(*turn - 1), true, u"on turn"_s);
-    if (*turn - 1 != myPosition) {
+    lightNameR(static_cast<std::size_t>(message.position), true, u"on turn"_s);
+    if (message.position != myPosition) {
         return;
     }
     allowPick();
@@ -283,26 +196,21 @@ void FrmClient::onTurn(std::string_view body) {
     }
 }
 
-void FrmClient::onRpck(std::string_view body) {
-    const bool random = body.ends_with('!');
-    if (random) {
-        body.remove_suffix(1);
-    }
-    const std::optional<std::size_t> place = readPlace(body.substr(0, 1));
-    const std::optional<int> row =
-        place ? readBetween(body.substr(1), 0, lstPack->count() - 1) : std::nullopt;
-    if (!row) {
+void FrmClient::on(const to_client::Pick& message) {
+    if (message.row >= lstPack->count()) {
         return;
     }
-    const QString card = lstPack->text(*row);
-    txtLastPick[*place]->setText(card);
-    txtLastPick[*place]->setCursorPosition(0);
-    txtLastPick[*place]->setToolTip(plainToolTip(card));
-    addHistory(lblNameR[*place]->text() + (random ? u" goofgrabbed "_s : u" picked "_s) + card);
-    removePackRow(*row);
+    const auto place = static_cast<std::size_t>(message.position);
+    const QString card = lstPack->text(message.row);
+    txtLastPick[place]->setText(card);
+    txtLastPick[place]->setCursorPosition(0);
+    txtLastPick[place]->setToolTip(plainToolTip(card));
+    addHistory(lblNameR[place]->text() + (message.random ? u" goofgrabbed "_s : u" picked "_s) +
+               card);
+    removePackRow(message.row);
 }
 
-void FrmClient::onRevw(std::string_view) {
+void FrmClient::on(const to_client::Review&) {
     disableNamesR();
     colorPack(shade::grey);
     tmrReview->start();
@@ -317,7 +225,7 @@ void FrmClient::onRevw(std::string_view) {
     }
 }
 
-void FrmClient::onRpau(std::string_view) {
+void FrmClient::on(const to_client::Pause&) {
     addHistory(u"Pack finished. Review drafted cards..."_s);
     cmdOK->show();
     lstPicked->show();
@@ -327,13 +235,11 @@ void FrmClient::onRpau(std::string_view) {
     disableNamesR();
 }
 
-void FrmClient::onRsta(std::string_view body) {
-    if (const std::optional<std::size_t> place = readPlace(body)) {
-        lightNameR(*place, true, u"has finished the review"_s);
-    }
+void FrmClient::on(const to_client::Answered& message) {
+    lightNameR(static_cast<std::size_t>(message.position), true, u"has finished the review"_s);
 }
 
-void FrmClient::onOver(std::string_view) {
+void FrmClient::on(const to_client::Over&) {
     for (int color = 0; color < kColors; ++color) {
         frmDeckBuild_->setCards(color, Picks[static_cast<std::size_t>(color)]);
     }
@@ -351,15 +257,12 @@ void FrmClient::onOver(std::string_view) {
     frmDeckBuild_->present();
 }
 
-void FrmClient::onSnow(std::string_view) {
+void FrmClient::on(const to_client::Snow&) {
     frmDeckBuild_->chkSnow->setEnabled(true);
 }
 
-void FrmClient::onCode(std::string_view body) {
-    const std::optional<int> seat = readSeatDigit(body);
-    if (seat && readNumber(body.substr(1))) {
-        frmSecurity_->lstCode->setText(*seat, screenText(body.substr(1)));
-    }
+void FrmClient::on(const to_client::Code& message) {
+    frmSecurity_->lstCode->setText(message.seat, QString::number(message.code));
 }
 
 }  // namespace packwise

@@ -133,7 +133,7 @@ void FrmClient::MakePick(bool random) {
     QLabel* count = frmDeckBuild_->lblSBCount;
     count->setText(QString::number(count->text().toInt() + 1));
     const std::string token = Pack[static_cast<std::size_t>(row)];
-    Send("CARD" + token + kTerminator);
+    Send(to_server::Card{token}.write());
     if (draftType == 'B') {
         removePackRow(row);
     } else {
@@ -149,21 +149,20 @@ void FrmClient::MakePick(bool random) {
         sendRest();
     } else if (draftType == 'R') {
         if (random) {
-            Send("RAND~");
+            Send(to_server::RandomMark{}.write());
         }
-        Send("RPCK" + std::to_string(row) + kTerminator);
+        Send(to_server::Pick{row}.write());
         setTick(0);
         lblTick->setEnabled(false);
     }
 }
 
 void FrmClient::sendRest() {
-    std::string message = "BPCK";
+    packwise::Pack rest;
     for (int row = 0; row < lstPack->count(); ++row) {
-        message += Pack[static_cast<std::size_t>(row)];
-        message += kFieldEnd;
+        rest.add(Pack[static_cast<std::size_t>(row)]);
     }
-    Send(message + kTerminator);
+    Send(to_server::PackBack{rest}.write());
 }
 
 bool FrmClient::isShown(std::size_t color) const {
@@ -179,7 +178,7 @@ void FrmClient::filePick(std::size_t color, const std::string& name) {
     int end = -1;
     for (std::size_t group = 0; group <= color; ++group) {
         if (isShown(group) || (isFirst && group == color)) {
-            end += 2 + countCards(Picks[group]);
+            end += 2 + countFields(Picks[group]);
         }
     }
     Picks[color] += name + kFieldEnd;

@@ -97,11 +97,11 @@ void FrmClient::tmrReview_Timer() {
     if (clockSeconds == 0) {
         lblTick->hide();
     }
-    Send("RROK~");
+    Send(to_server::ReviewDone{}.write());
 }
 
 void FrmClient::cmdOK_Click() {
-    Send("RPOK~");
+    Send(to_server::PauseDone{}.write());
     lstPack->setFocus();  // or the next control in the row would have it
     cmdOK->hide();
     lstPicked->hide();

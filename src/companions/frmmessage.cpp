@@ -2,11 +2,11 @@
 
 #include "common/codepage.h"
 #include "common/codepagevalidator.h"
-#include "common/protocol.h"
 #include "common/settings.h"
 #include "companions/chatfold.h"
 #include "platform/look.h"
 #include "platform/twips.h"
+#include "protocol/messages.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -298,7 +298,7 @@ void FrmMessage::send() {
             return;
         }
     } else {
-        client_.send("MESG" + toBytes(text.left(kMostTextSent)) + kTerminator);
+        client_.send(to_server::Chat{{toBytes(text.left(kMostTextSent))}}.write());
     }
     txtSend->clear();
     txtSend->setFocus();

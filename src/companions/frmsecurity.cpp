@@ -1,9 +1,9 @@
 #include "companions/frmsecurity.h"
 
-#include "common/protocol.h"
 #include "common/settings.h"
 #include "platform/look.h"
 #include "platform/twips.h"
+#include "protocol/framing.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -5,6 +5,7 @@
 #include "deck/frmsave.h"
 #include "deck/timestamp.h"
 #include "platform/wholefile.h"
+#include "protocol/messages.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -71,7 +72,7 @@ void FrmDeckBuild::SaveFile() {
     }
     lstDeck->clear();
     lstSB->clear();
-    link_.send("CODE" + std::to_string(file.code) + "~");
+    link_.send(to_server::Code{file.code}.write());
     hide();
     link_.deckSaved(save_->SaveName());
 }

@@ -1,36 +1,14 @@
 #include "engine/boosterflow.h"
 
+#include "protocol/messages.h"
+
 #include <algorithm>
 #include <utility>
 #include <vector>
 
 namespace packwise {
 
-namespace {
-
-// Whether the text is a pack string that holds all cards of `pack` but one.
-bool isLessOne(std::string_view text, const std::string& pack) {
-    std::vector<std::string> before = readFields(pack);
-    std::vector<std::string> after = readFields(text);
-    std::sort(before.begin(), before.end());
-    std::sort(after.begin(), after.end());
-    return (text.empty() || text.back() == kFieldEnd) && after.size() + 1 == before.size() &&
-           std::includes(before.begin(), before.end(), after.begin(), after.end());
-}
-
-std::string withoutCard(const std::string& pack, int card) {
-    std::vector<std::string> cards = readFields(pack);
-    cards.erase(cards.begin() + card);
-    std::string rest;
-    for (const std::string& token : cards) {
-        rest += token + kFieldEnd;
-    }
-    return rest;
-}
-
-}  // namespace
-
-const std::string& BoosterFlow::seatPack(int position) const {
+const Pack& BoosterFlow::seatPack(int position) const {
     return seatPack_.at(static_cast<std::size_t>(position));
 }
 
@@ -52,16 +30,16 @@ void BoosterFlow::startRound() {
     if (table_.roundNo > table_.packCount) {
         running_ = false;
         host_.draftOver();
-        host_.broadcast("OVER~");
+        host_.broadcastInDraft(to_client::Over{}.write());
         return;
     }
-    host_.broadcast("ROUN" + std::to_string(table_.roundNo) + kTerminator);
+    host_.broadcastInDraft(to_client::Round{{std::to_string(table_.roundNo)}}.write());
     const int packIndex = table_.roundNo - 1;
     const std::string set = host_.setName(packIndex);
     if (set == "Ice Age" || set == "Alliances") {
-        host_.broadcast("SNOW~");
+        host_.broadcastInDraft(to_client::Snow{}.write());
     }
-    std::vector<std::string> packs = host_.makePacks(packIndex, table_.playerCount);
+    std::vector<Pack> packs = host_.makePacks(packIndex, table_.playerCount);
     if (packs.empty()) {
         running_ = false;
         return;
@@ -77,12 +55,12 @@ void BoosterFlow::handOutPacks() {
         if (host_.dropped(socket)) {
             host_.enableRandoms();
         } else {
-            host_.send(socket, "BOOS" + seatPack_[i] + kTerminator);
+            host_.sendInDraft(socket, to_client::ShowPack{seatPack_[i]}.write());
         }
     }
 }
 
-void BoosterFlow::onPackBack(int socket, std::string_view rest) {
+void BoosterFlow::onPackBack(int socket, const std::optional<Pack>& rest) {
     const int position = table_.positionOfSocket(socket);
     if (!running_ || position < 0) {
         return;
@@ -92,14 +70,14 @@ void BoosterFlow::onPackBack(int socket, std::string_view rest) {
         return;
     }
     // Anything else would set the table's packs out of step, and ignored it would stop the table.
-    const bool sound = isLessOne(rest, seatPack_[seat]);
+    const bool sound = rest && rest->isLessOneOf(seatPack_[seat]);
     if (!sound) {
         host_.tellReplacedPick(socket);
     }
-    seatPack_[seat] = sound ? std::string(rest) : lessRandomCard(seatPack_[seat]);
+    seatPack_[seat] = sound ? *rest : lessRandomCard(seatPack_[seat]);
     seatPicked_[seat] = true;
     ++picksIn_;
-    host_.broadcast("BSTA" + std::to_string(position) + kTerminator);
+    host_.broadcastInDraft(to_client::Picked{position}.write());
     if (picksIn_ != table_.playerCount) {
         return;
     }
@@ -126,22 +104,16 @@ void BoosterFlow::passPacks() {
 void BoosterFlow::onRandomsTick() {
     for (int i = 0; running_ && i < table_.playerCount; ++i) {
         const auto seat = static_cast<std::size_t>(i);
-        if (!seatPicked_[seat] && host_.dropped(table_.socketAt[seat])) {
-            randomPick(i);
+        if (!seatPicked_[seat] && host_.dropped(table_.socketAt[seat]) &&
+            !seatPack_[seat].empty()) {
+            onPackBack(table_.socketAt[seat], lessRandomCard(seatPack_[seat]));
         }
     }
 }
 
-void BoosterFlow::randomPick(int position) {
-    const auto seat = static_cast<std::size_t>(position);
-    if (!seatPack_[seat].empty()) {
-        host_.dispatch(table_.socketAt[seat], "BPCK" + lessRandomCard(seatPack_[seat]));
-    }
-}
-
-std::string BoosterFlow::lessRandomCard(const std::string& pack) {
-    const int cards = countCards(pack);
-    return withoutCard(pack, std::min(static_cast<int>(cards * host_.draw()), cards - 1));
+Pack BoosterFlow::lessRandomCard(const Pack& pack) {
+    const int cards = pack.size();
+    return pack.without(std::min(static_cast<int>(cards * host_.draw()), cards - 1));
 }
 
 }  // namespace packwise

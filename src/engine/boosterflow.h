@@ -4,8 +4,7 @@
 #include "engine/draft.h"
 
 #include <array>
-#include <string>
-#include <string_view>
+#include <optional>
 
 namespace packwise {
 
@@ -16,11 +15,11 @@ public:
     // Begins the draft at round 1: every count and flag anew, then startRound().
     void begin();
 
-    // A BPCK from that socket number: what is left of the pack before its seat. Ignored while no
+    // A pick from that socket number: what is left of the pack before its seat. Ignored while no
     // draft runs, from a socket without a table position, and from a seat that has already picked
-    // in this pass. A body that is not the pack before the seat less one card is a pick all the
-    // same: a random one, and everybody is told.
-    void onPackBack(int socket, std::string_view rest);
+    // in this pass. What is not the pack before the seat less one card, or nothing, is a pick all
+    // the same: a random one, and everybody is told.
+    void onPackBack(int socket, const std::optional<Pack>& rest);
 
     // One tick of the timer: picks at random for each lost seat that has yet to pick.
     void onRandomsTick();
@@ -28,13 +27,12 @@ public:
     bool running() const { return running_; }
     int picksIn() const { return picksIn_; }      // 0 to playerCount
     int direction() const { return direction_; }  // +1 or -1
-    const std::string& seatPack(int position) const;
+    const Pack& seatPack(int position) const;
     bool seatPicked(int position) const;
 
 private:
     void startRound();
-    void randomPick(int position);
-    std::string lessRandomCard(const std::string& pack);  // `pack` is not empty
+    Pack lessRandomCard(const Pack& pack);  // `pack` is not empty
     void passPacks();
     void handOutPacks();
 
@@ -43,7 +41,7 @@ private:
     bool running_ = false;
     int direction_ = 1;
     int picksIn_ = 0;
-    std::array<std::string, kSeats> seatPack_;
+    std::array<Pack, kSeats> seatPack_;
     std::array<bool, kSeats> seatPicked_{};
 };
 

@@ -1,7 +1,8 @@
 #include "engine/cardset.h"
 
 #include "common/cp1252.h"
-#include "common/protocol.h"
+#include "protocol/framing.h"
+#include "protocol/pack.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,11 +1,12 @@
 #include "engine/dealing.h"
 
-#include "common/protocol.h"
+#include "protocol/framing.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace packwise {
@@ -17,13 +18,8 @@ constexpr int kTriesForCard = 256;
 // A deal that is stuck, because what it dealt first shuts out the rest, begins anew this often.
 constexpr int kTriesForPack = 64;
 
-bool canJoin(const std::string& pack, const std::string& token) {
-    return pack.find(token) == std::string::npos;
-}
-
-void join(std::string& pack, const std::string& token) {
-    pack += token;
-    pack += kFieldEnd;
+bool canJoin(const Pack& pack, const std::string& token) {
+    return pack.text().find(token) == std::string::npos;
 }
 
 // floor(size * u), 0 to size - 1. `size` is not 0.
@@ -31,11 +27,11 @@ std::size_t drawIndex(std::size_t size, const Draw& draw) {
     return std::min(static_cast<std::size_t>(static_cast<double>(size) * draw()), size - 1);
 }
 
-bool dealFromPool(std::string& pack, const std::vector<std::string>& pool, const Draw& draw) {
+bool dealFromPool(Pack& pack, const std::vector<std::string>& pool, const Draw& draw) {
     for (int i = 0; i < kTriesForCard; ++i) {
         const std::string& candidate = pool[drawIndex(pool.size(), draw)];
         if (canJoin(pack, candidate)) {
-            join(pack, candidate);
+            pack.add(candidate);
             return true;
         }
     }
@@ -48,11 +44,11 @@ bool dealFromPool(std::string& pack, const std::vector<std::string>& pool, const
     if (left.empty()) {
         return false;
     }
-    join(pack, *left[drawIndex(left.size(), draw)]);
+    pack.add(*left[drawIndex(left.size(), draw)]);
     return true;
 }
 
-bool dealFromList(std::string& pack, const std::vector<std::string>& list, int& position,
+bool dealFromList(Pack& pack, const std::vector<std::string>& list, int& position,
                   const Draw& draw) {
     const int length = static_cast<int>(list.size());
     const auto tokenAt = [&list](int place) -> const std::string& {
@@ -61,22 +57,22 @@ bool dealFromList(std::string& pack, const std::vector<std::string>& list, int& 
     for (int i = 0; i < kTriesForCard; ++i) {
         position = nextSheetPos(position, length, draw);
         if (canJoin(pack, tokenAt(position))) {
-            join(pack, tokenAt(position));
+            pack.add(tokenAt(position));
             return true;
         }
     }
     for (int i = 0; i < length; ++i) {
         position = position % length + 1;
         if (canJoin(pack, tokenAt(position))) {
-            join(pack, tokenAt(position));
+            pack.add(tokenAt(position));
             return true;
         }
     }
     return false;
 }
 
-std::optional<std::string> dealPools(const CardPools& pools, const Draw& draw) {
-    std::string pack;
+std::optional<Pack> dealPools(const CardPools& pools, const Draw& draw) {
+    Pack pack;
     for (const Pool pool : {Pool::Rare, Pool::Uncommon, Pool::Common}) {
         const auto i = static_cast<std::size_t>(pool);
         for (int k = 0; k < pools.counts[i]; ++k) {
@@ -88,8 +84,8 @@ std::optional<std::string> dealPools(const CardPools& pools, const Draw& draw) {
     return pack;
 }
 
-std::optional<std::string> dealLists(const OrderFile& order, const Draw& draw) {
-    std::string pack;
+std::optional<Pack> dealLists(const OrderFile& order, const Draw& draw) {
+    Pack pack;
     for (const std::size_t i : {2U, 1U, 0U}) {
         if (order.counts[i] == 0) {
             continue;
@@ -105,9 +101,9 @@ std::optional<std::string> dealLists(const OrderFile& order, const Draw& draw) {
 }
 
 template <typename Source>
-std::optional<std::string> dealWhole(std::optional<std::string> (*deal)(const Source&, const Draw&),
-                                     const Source& source, const Draw& draw) {
-    std::optional<std::string> pack;
+std::optional<Pack> dealWhole(std::optional<Pack> (*deal)(const Source&, const Draw&),
+                              const Source& source, const Draw& draw) {
+    std::optional<Pack> pack;
     for (int i = 0; !pack && i < kTriesForPack; ++i) {
         pack = deal(source, draw);
     }
@@ -116,16 +112,40 @@ std::optional<std::string> dealWhole(std::optional<std::string> (*deal)(const So
 
 }  // namespace
 
-std::optional<std::string> randomPack(const std::filesystem::path& folder, std::string_view setName,
-                                      const Draw& draw) {
+std::optional<Pack> randomPack(const std::filesystem::path& folder, std::string_view setName,
+                               const Draw& draw) {
     const auto pools = readCardPools(setFilePath(folder, setName, kCardFileExtension));
     return pools ? dealWhole(dealPools, *pools, draw) : std::nullopt;
 }
 
-std::optional<std::string> realPack(const std::filesystem::path& folder, std::string_view setName,
-                                    const Draw& draw) {
+std::optional<Pack> realPack(const std::filesystem::path& folder, std::string_view setName,
+                             const Draw& draw) {
     const auto order = readOrderFile(setFilePath(folder, setName, kOrderFileExtension));
     return order ? dealWhole(dealLists, *order, draw) : std::nullopt;
+}
+
+DealtRound dealRound(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
+                int count, const Draw& draw) {
+    const auto deal = [&](auto* way) {
+        std::vector<Pack> packs;
+        for (int i = 0; i < count; ++i) {
+            std::optional<Pack> pack = way(folder, setName, draw);
+            if (!pack) {
+                return std::vector<Pack>();
+            }
+            packs.push_back(std::move(*pack));
+        }
+        return packs;
+    };
+    DealtRound round;
+    if (alongLists) {
+        round.packs = deal(realPack);
+        round.alongLists = !round.packs.empty();
+    }
+    if (round.packs.empty()) {
+        round.packs = deal(randomPack);
+    }
+    return round;
 }
 
 SetFault trySet(const std::filesystem::path& folder, std::string_view setName, bool alongLists,

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "engine/cardset.h"
+#include "protocol/pack.h"
 
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <string>
 #include <string_view>
+#include <vector>
 
 namespace packwise {
 
@@ -16,13 +17,23 @@ using Draw = std::function<double()>;
 
 // A pack of the set, dealt from its pools: rares, uncommons, commons, no token inside what stands
 // there already. Nothing when the .pw file is unusable.
-std::optional<std::string> randomPack(const std::filesystem::path& folder, std::string_view setName,
-                                      const Draw& draw);
+std::optional<Pack> randomPack(const std::filesystem::path& folder, std::string_view setName,
+                               const Draw& draw);
 
 // A pack dealt along the lists of the set's order file: third, second, first list. Nothing when
 // there is no usable order file.
-std::optional<std::string> realPack(const std::filesystem::path& folder, std::string_view setName,
-                                    const Draw& draw);
+std::optional<Pack> realPack(const std::filesystem::path& folder, std::string_view setName,
+                             const Draw& draw);
+
+struct DealtRound {
+    std::vector<Pack> packs;  // none when the set cannot be dealt
+    bool alongLists = false;  // how they were dealt
+};
+
+// Deals `count` packs of the set, all in the same way and so of the same size: along the lists if
+// that is wanted and can be done, else from the pools.
+DealtRound dealRound(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
+                int count, const Draw& draw);
 
 enum class SetFault { None, CardsMissing, CardsUnusable, OrderUnusable };
 

@@ -1,7 +1,8 @@
 // What the two draft flows share: the table, and what they need of the server that runs them.
 #pragma once
 
-#include "common/protocol.h"
+#include "protocol/framing.h"
+#include "protocol/pack.h"
 
 #include <array>
 #include <string>
@@ -35,17 +36,14 @@ class DraftHost {
 public:
     virtual ~DraftHost() = default;
 
-    // Writes one message or a part of one, terminator included, to the socket number / to all.
-    virtual void send(int socket, std::string_view data) = 0;
-    virtual void broadcast(std::string_view data) = 0;
-
-    // Handles a message, without its terminator, as if it had come in from that socket number.
-    virtual void dispatch(int socket, std::string_view message) = 0;
+    // Writes a whole message to the socket number / to all, unless the draft has been stopped.
+    virtual void sendInDraft(int socket, std::string_view message) = 0;
+    virtual void broadcastInDraft(std::string_view message) = 0;
 
     // Deals `count` packs (1 to 8) of the set of the pack number 0 to 5, all in the same way and so
     // of the same size. None when the card data cannot be read: the user has then been told and
     // the program is ending, so the flow just stops.
-    virtual std::vector<std::string> makePacks(int packIndex, int count) = 0;
+    virtual std::vector<Pack> makePacks(int packIndex, int count) = 0;
 
     // Display name of the set of the pack number 0 to 5.
     virtual std::string setName(int packIndex) const = 0;

@@ -1,5 +1,7 @@
 #include "engine/rochesterflow.h"
 
+#include "protocol/messages.h"
+
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -7,19 +9,6 @@
 #include <vector>
 
 namespace packwise {
-
-namespace {
-
-// A row of the pack as a client counts it: digits, with or without leading zeros.
-std::optional<int> readRow(std::string_view text) {
-    while (text.size() > 1 && text.front() == '0') {
-        text.remove_prefix(1);
-    }
-    const std::optional<int> row = readNumber(text);
-    return row && *row >= 0 ? row : std::nullopt;
-}
-
-}  // namespace
 
 class RochesterFlow::Busy {
 public:
@@ -42,21 +31,21 @@ void RochesterFlow::begin() {
 }
 
 void RochesterFlow::openPack() {
-    const std::vector<std::string> packs = host_.makePacks(rochSet_ - 1, 1);
+    const std::vector<Pack> packs = host_.makePacks(rochSet_ - 1, 1);
     if (packs.empty()) {
         phase_ = Phase::Idle;
         return;
     }
-    const std::string& pack = packs.front();
-    rochCards_ = std::min(countCards(pack), kMostCardsInPack);
-    host_.broadcast("ROUN" + std::to_string(rochSet_) + ":" + std::to_string(table_.roundNo) +
-                    kTerminator);
-    host_.broadcast("BOOS" + pack + kTerminator);
+    rochCards_ = std::min(packs.front().size(), kMostCardsInPack);
+    host_.broadcastInDraft(
+        to_client::Round{{std::to_string(rochSet_) + ":" + std::to_string(table_.roundNo)}}
+            .write());
+    host_.broadcastInDraft(to_client::ShowPack{packs.front()}.write());
     orderTurns();
     rochTurn_ = 0;
     answered_.fill(false);
     phase_ = Phase::Review;
-    host_.broadcast("REVW~");
+    host_.broadcastInDraft(to_client::Review{}.write());
 }
 
 void RochesterFlow::orderTurns() {
@@ -99,7 +88,7 @@ void RochesterFlow::answer(int socket) {
     {
         const Busy busy(*this);
         answered_[static_cast<std::size_t>(position)] = true;
-        host_.broadcast("RSTA" + std::to_string(position) + kTerminator);
+        host_.broadcastInDraft(to_client::Answered{position}.write());
     }
     settle();
 }
@@ -110,27 +99,25 @@ void RochesterFlow::onRandomMark(int socket) {
     }
 }
 
-void RochesterFlow::onPick(int socket, std::string_view row) {
+void RochesterFlow::onPick(int socket, std::optional<int> row) {
     const int position = table_.positionOfSocket(socket);
     if (phase_ != Phase::Turns || position < 0) {
         return;
     }
-    std::optional<int> card = readRow(row);
-    if (!card || *card >= rochCards_ - rochTurn_) {
+    if (!row || *row < 0 || *row >= rochCards_ - rochTurn_) {
         if (position != turnPosition()) {
             return;
         }
         const Busy busy(*this);
         host_.tellReplacedPick(socket);
-        card = randomRow();
+        row = randomRow();
         rochRandom_ = true;
     }
     {
         const Busy busy(*this);
-        const char* mark = std::exchange(rochRandom_, false) ? "!" : "";
+        const bool random = std::exchange(rochRandom_, false);
         ++rochTurn_;
-        host_.broadcast("RPCK" + std::to_string(position) + std::to_string(*card) + mark +
-                        kTerminator);
+        host_.broadcastInDraft(to_client::Pick{position, *row, random}.write());
         nextTurn();
     }
     settle();
@@ -145,19 +132,19 @@ void RochesterFlow::nextTurn() {
     if (lost(static_cast<std::size_t>(seat - 1))) {
         host_.enableRandoms();
     }
-    host_.broadcast("TURN" + std::to_string(seat) + kTerminator);
+    host_.broadcastInDraft(to_client::Turn{seat - 1}.write());
 }
 
 void RochesterFlow::endPack() {
     if (table_.roundNo == table_.playerCount && rochSet_ == table_.packCount) {
         phase_ = Phase::Idle;
         host_.draftOver();
-        host_.broadcast("OVER~");
+        host_.broadcastInDraft(to_client::Over{}.write());
         return;
     }
     answered_.fill(false);
     phase_ = Phase::Pause;
-    host_.broadcast("RPAU~");
+    host_.broadcastInDraft(to_client::Pause{}.write());
 }
 
 void RochesterFlow::onSeatLost(int /*socket*/) {
@@ -214,7 +201,7 @@ bool RochesterFlow::answerForOneLost() {
     for (std::size_t i = 0; i < static_cast<std::size_t>(table_.playerCount); ++i) {
         if (!answered_[i] && lost(i)) {
             answered_[i] = true;
-            host_.broadcast("RSTA" + std::to_string(i) + kTerminator);
+            host_.broadcastInDraft(to_client::Answered{static_cast<int>(i)}.write());
             return true;
         }
     }
@@ -249,7 +236,7 @@ void RochesterFlow::onRandomsTick() {
         return;
     }
     rochRandom_ = true;
-    onPick(table_.socketAt[position], std::to_string(randomRow()));
+    onPick(table_.socketAt[position], randomRow());
 }
 
 int RochesterFlow::randomRow() {

@@ -6,7 +6,7 @@
 
 #include <array>
 #include <cstddef>
-#include <string_view>
+#include <optional>
 
 namespace packwise {
 
@@ -19,13 +19,13 @@ public:
 
     // Messages by socket number. Each is ignored where it is not awaited: outside its phase, a
     // second answer of one seat, from a socket without a table position. A pick counts as the turn
-    // under way, from whichever seat it comes. A row that is no number or not among the remaining
-    // ones is a random pick of the seat on turn, and everybody is told; from another seat it is
+    // under way, from whichever seat it comes. No row, or one that is not among the remaining
+    // ones, is a random pick of the seat on turn, and everybody is told; from another seat it is
     // ignored. A random mark has no phase; it stands until the next pick.
-    void onReviewDone(int socket);                  // RROK
-    void onRandomMark(int socket);                  // RAND
-    void onPick(int socket, std::string_view row);  // RPCK
-    void onPauseDone(int socket);                   // RPOK
+    void onReviewDone(int socket);
+    void onRandomMark(int socket);
+    void onPick(int socket, std::optional<int> row);
+    void onPauseDone(int socket);
 
     // A player has been lost while the draft runs (the host already says so): the seat counts as
     // having answered what is awaited. (A turn of a lost seat is taken by the tick.)

@@ -1,223 +1,199 @@
 // The seats and their connections.
-#include "common/codepage.h"
-#include "platform/look.h"
-#include "server/frmserver.h"
-
-#include <QCheckBox>
+#include "server/draftserver.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace packwise {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
-
-constexpr int kFullSocket = kSeats + 1;
 
 // What one seat gets of a turn of the event loop; the rest waits behind the other seats.
 constexpr int kMostMessagesInTurn = 64;
 constexpr std::size_t kMostReadAtOnce = std::size_t{16} * 1024;
 // Who has so much unread, in bytes, misses chat lines, so that they do not cost him the draft.
-constexpr qint64 kMostUnsentForChat = qint64{256} * 1024;
+constexpr std::size_t kMostUnsentForChat = std::size_t{256} * 1024;
 // When there is no room, a seat without a name goes to the next one after so many seconds.
 constexpr int kMostSecondsNameless = 20;
 
 }  // namespace
 
-int FrmServer::lowestFreeSocket() const {
-    const auto free = std::find_if(wskServer.begin() + 1, wskServer.begin() + kFullSocket,
-                                   [](const Socket* s) { return s->state() == Socket::Closed; });
-    return static_cast<int>(free - wskServer.begin());
+DraftServer::DraftServer(SeatLinks& links, const HostChoices& choices, ServerView& view,
+                         std::function<double()> draw)
+    : links_(links), choices_(choices), view_(view), draw_(std::move(draw)) {}
+
+int DraftServer::lowestFree() const {
+    for (int num = 1; num <= kSeats; ++num) {
+        if (isFree(num)) {
+            return num;
+        }
+    }
+    return 0;
 }
 
-bool FrmServer::giveUpANamelessSeat() {
-    const auto oldest = std::max_element(secondsNameless.begin(), secondsNameless.end());
-    if (draftState != "N" || *oldest < kMostSecondsNameless) {
+bool DraftServer::giveUpANamelessSeat() {
+    const auto oldest = std::max_element(
+        seats_.begin(), seats_.end(),
+        [](const Seat& a, const Seat& b) { return a.secondsNameless < b.secondsNameless; });
+    if (state_ != State::Lobby || oldest->secondsNameless < kMostSecondsNameless) {
         return false;
     }
-    Disconnect(static_cast<int>(oldest - secondsNameless.begin()) + 1);
+    disconnect(static_cast<int>(oldest - seats_.begin()) + 1);
     return true;
 }
 
-void FrmServer::wskServer_ConnectionRequest(int index, ConnectionRequest& request) {
-    if (index != 0 || shell_.ended()) {
-        return;
-    }
-    int free = lowestFreeSocket();
-    if (free == kFullSocket && giveUpANamelessSeat()) {
-        free = lowestFreeSocket();
-    }
-    if (free == kFullSocket) {
-        wskServer[kFullSocket]->accept(request);
-        Send(kFullSocket, "STATServer is full~");
-        wskServer[kFullSocket]->close();
-        return;
-    }
-    Socket& newcomer = *wskServer[static_cast<std::size_t>(free)];
-    newcomer.accept(request);
-    Send(free, "HELO" + std::to_string(free) + kTerminator);
-    for (int num = 1; num < free; ++num) {
-        const Socket& other = *wskServer[static_cast<std::size_t>(num)];
-        if (other.remoteHostIp() == newcomer.remoteHostIp()) {
-            Send(free, "MESGDuplicate connection~");
+int DraftServer::socketForNewcomer() {
+    const int free = lowestFree();
+    return free == 0 && giveUpANamelessSeat() ? lowestFree() : free;
+}
+
+void DraftServer::welcome(int num) {
+    send(num, to_client::Hello{num}.write());
+    for (int other = 1; other < num; ++other) {
+        if (links_.address(other) == links_.address(num)) {
+            send(num, to_client::Chat{{"Duplicate connection"}}.write());
             break;
         }
     }
 }
 
-void FrmServer::wskServer_DataArrival(int index) {
-    if (index >= 1 && index <= kSeats && !awaitsTurn_[static_cast<std::size_t>(index)]) {
-        takeTurn(index);
+void DraftServer::onArrival(int num) {
+    if (!seatOf(num).awaitsTurn) {
+        takeTurn(num);
     }
 }
 
-// What came before the close is handled first.
-void FrmServer::wskServer_Close(int index) {
-    wskServer_DataArrival(index);
-}
-
-void FrmServer::takeTurn(int num) {
-    const auto at = static_cast<std::size_t>(num);
-    Socket& socket = *wskServer[at];
-    MessageSplitter& stream = inBuffer[at - 1];
+void DraftServer::takeTurn(int num) {
+    Seat& seat = seatOf(num);
     int handled = 0;
-    while (handled < kMostMessagesInTurn && !shell_.ended()) {
-        if (allowance[at - 1].isOverdrawn() && socket.state() != Socket::Closed) {
-            if (socket.state() != Socket::Connected) {
-                Disconnect(num);  // what a flood has left behind would cost the next one here
+    while (handled < kMostMessagesInTurn) {
+        if (seat.allowance.isOverdrawn() && !isFree(num)) {
+            if (links_.state(num) == LinkState::Broken) {
+                disconnect(num);  // what a flood has left behind would cost the next one here
             }
             return;  // until the poke
         }
-        // A message may cost the seat; its stream is then empty and its socket closed.
-        if (const auto message = stream.next()) {
+        // A message may cost the seat; its stream is then empty and its link free.
+        if (const auto message = seat.stream.next()) {
             ++handled;
-            Dispatch(num, *message);
+            handle(num, *message);
             continue;
         }
-        const std::string bytes = socket.getData(kMostReadAtOnce);
-        if (stream.overflowed() || (bytes.empty() && socket.state() != Socket::Connected &&
-                                    socket.state() != Socket::Closed)) {
-            Disconnect(num);
+        const std::string bytes = links_.read(num, kMostReadAtOnce);
+        if (seat.stream.overflowed() || (bytes.empty() && links_.state(num) == LinkState::Broken)) {
+            disconnect(num);
             return;
         }
         if (bytes.empty()) {
             return;
         }
-        stream.append(bytes);
+        seat.stream.append(bytes);
     }
-    if (!shell_.ended()) {
-        awaitTurn(num);
-    }
+    awaitTurn(num);
 }
 
-void FrmServer::awaitTurn(int num) {
-    awaitsTurn_[static_cast<std::size_t>(num)] = true;
-    if (!tmrTurns->isActive()) {
-        tmrTurns->start();
-    }
+void DraftServer::awaitTurn(int num) {
+    seatOf(num).awaitsTurn = true;
+    view_.wantTurn();
 }
 
-void FrmServer::tmrTurns_Timer() {
-    tmrTurns->stop();
+void DraftServer::turn() {
     for (int num = 1; num <= kSeats; ++num) {
-        if (std::exchange(awaitsTurn_[static_cast<std::size_t>(num)], false)) {
+        if (std::exchange(seatOf(num).awaitsTurn, false)) {
             takeTurn(num);
         }
     }
 }
 
-bool FrmServer::hasUnread(int num) const {
-    const auto at = static_cast<std::size_t>(num);
-    return num <= kSeats && (inBuffer[at - 1].hasNext() || wskServer[at]->bytesAvailable() > 0);
+bool DraftServer::hasUnread(int num) const {
+    return seatOf(num).stream.hasNext() || links_.hasArrived(num);
 }
 
-void FrmServer::tmrPoke_Timer() {
-    if (shell_.ended()) {
-        return;
-    }
-    Broadcast("~");
+void DraftServer::poke() {
+    broadcast("~");
     for (int num = 1; num <= kSeats; ++num) {
-        const auto seat = static_cast<std::size_t>(num - 1);
-        const bool isNameless =
-            playerName[seat].empty() && wskServer[seat + 1]->state() == Socket::Connected;
-        secondsNameless[seat] = isNameless ? secondsNameless[seat] + 1 : 0;
-        allowance[seat].grow();
+        Seat& seat = seatOf(num);
+        const bool isNameless = seat.name.empty() && links_.state(num) == LinkState::Open;
+        seat.secondsNameless = isNameless ? seat.secondsNameless + 1 : 0;
+        seat.allowance.grow();
         if (hasUnread(num)) {
             awaitTurn(num);
         }
     }
 }
 
-void FrmServer::Send(int num, std::string_view message) {
-    Socket& socket = *wskServer.at(static_cast<std::size_t>(num));
-    if (socket.state() == Socket::Connected) {
-        socket.sendData(message);
+void DraftServer::send(int num, std::string_view message) {
+    const LinkState state = links_.state(num);
+    if (state == LinkState::Open) {
+        links_.write(num, message);
     } else if (hasUnread(num)) {
         awaitTurn(num);  // whoever has gone is heard to the end, then the seat is emptied
-    } else if (socket.state() != Socket::Closed) {
-        Disconnect(num);
+    } else if (state == LinkState::Broken) {
+        disconnect(num);
     }
 }
 
-void FrmServer::relayLine(int num, std::string_view message) {
-    allowance[static_cast<std::size_t>(num - 1)].spend(message.size());
+void DraftServer::broadcast(std::string_view message) {
+    for (int num = 1; num <= kSeats; ++num) {
+        send(num, message);
+    }
+}
+
+void DraftServer::relay(int num, const std::string& line) {
+    const std::string message = to_client::Chat{{line}}.write();
+    seatOf(num).allowance.spend(message.size());
     for (int to = 1; to <= kSeats; ++to) {
-        if (wskServer[static_cast<std::size_t>(to)]->unsent() <= kMostUnsentForChat) {
-            Send(to, message);
+        if (links_.unsent(to) <= kMostUnsentForChat) {
+            send(to, message);
         }
     }
 }
 
-void FrmServer::Broadcast(std::string_view message) {
-    for (int num = 1; num <= kSeats; ++num) {
-        Send(num, message);
-    }
+void DraftServer::charge(int num, const std::string& message) {
+    seatOf(num).allowance.spend(message.size());
+    broadcast(message);
 }
 
-void FrmServer::Disconnect(int num) {
+void DraftServer::disconnect(int num) {
     // Closed first, so that the broadcasts below find a free seat here.
-    wskServer.at(static_cast<std::size_t>(num))->close();
-    if (num < 1 || num > kSeats) {
+    links_.close(num);
+    Seat& seat = seatOf(num);
+    const int seatIndex = num - 1;
+    seat.stream.clear();
+    seat.versionSeen = false;
+    seat.secondsNameless = 0;
+    broadcast(to_client::Chat{{seat.name + " disconnected"}}.write());
+    if (state_ == State::Lobby) {
+        broadcast(to_client::Drop{seatIndex}.write());
+        view_.showPlayer(seatIndex, {}, {});
+    }
+    seat.name.clear();
+    seat.dropped = true;
+    view_.showSeat(seatIndex, {});
+    if ((state_ != State::Drafting && !isStopped()) || !plays(seatIndex)) {
         return;
     }
-    const int row = num - 1;
-    const auto seat = static_cast<std::size_t>(row);
-    inBuffer[seat].clear();
-    versionSeen[seat + 1] = false;
-    secondsNameless[seat] = 0;
-    Broadcast("MESG" + playerName[seat] + " disconnected~");
-    if (draftState == "N") {
-        Broadcast("DROP" + std::to_string(row) + kTerminator);
-        securityNames().setText(row, u" "_s);
-        securityIPs().setText(row, u" "_s);
-    }
-    setSeatRow(row, u" "_s);
-    playerName[seat].clear();
-    shaLight[seat]->hide();
-    dropped[seat + 1] = true;
-    if (fixingSeats_) {
-        fixSeats_().lose(row);
-    }
-    const bool plays = std::find(players_.begin(), players_.end(), row) != players_.end();
-    if (draftState != "D" || !plays) {
+    if (choices_.haltsOnDrop()) {
+        state_ = State::Halted;
+        broadcast(to_client::Close{}.write());
         return;
     }
-    if (chkHalt->isChecked()) {
-        halted_ = true;
-        Broadcast("CLOS~");
-        return;
-    }
-    startRandoms();
-    if (!draftStopped()) {
+    view_.wantTicks();
+    if (state_ == State::Drafting) {
         rochester_.onSeatLost(num);
     }
 }
 
-void FrmServer::setSeatRow(int row, const QString& text) const {
-    lstNames->setText(row, text);
-    lstNames->item(row)->setToolTip(tipForCut(text, *lstNames, lstNames->viewport()->width() - 8));
+bool DraftServer::plays(int seatIndex) const {
+    return std::find(players_.begin(), players_.end(), seatIndex) != players_.end();
+}
+
+void DraftServer::sayGoodbye() {
+    for (int num = 1; num <= kSeats; ++num) {
+        if (links_.state(num) == LinkState::Open) {
+            send(num, to_client::Close{}.write());
+        }
+    }
 }
 
 }  // namespace packwise

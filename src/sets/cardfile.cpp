@@ -1,6 +1,6 @@
 #include "sets/cardfile.h"
 
-#include "common/protocol.h"
+#include "protocol/framing.h"
 
 #include <algorithm>
 #include <optional>

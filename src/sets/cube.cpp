@@ -1,6 +1,6 @@
 #include "sets/cube.h"
 
-#include "common/protocol.h"
+#include "protocol/pack.h"
 #include "sets/mtgcard.h"
 #include "sets/nearest.h"
 #include "sets/rules.h"

@@ -1,6 +1,6 @@
 #include "sets/folder.h"
 
-#include "common/protocol.h"
+#include "protocol/pack.h"
 #include "sets/cardfile.h"
 #include "sets/rules.h"
 #include "sets/writer.h"

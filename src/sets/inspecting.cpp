@@ -1,7 +1,6 @@
 #include "sets/inspecting.h"
 
 #include "common/codepage.h"
-#include "common/protocol.h"
 #include "deck/deckfile.h"
 #include "engine/dealing.h"
 #include "sets/cardfile.h"
@@ -198,7 +197,7 @@ int dealSet(const QStringList& arguments, const Streams& io) {
             return kFailed;
         }
         io.out << (pack == 1 ? "" : "\n") << "Pack " << pack << "\n";
-        for (const std::string& token : readFields(*dealt)) {
+        for (const std::string& token : dealt->cards()) {
             io.out << "  " << fromBytes(token.substr(0, 1)) << ' ' << fromBytes(token.substr(1))
                    << "\n";
         }

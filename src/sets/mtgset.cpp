@@ -1,7 +1,7 @@
 #include "sets/mtgset.h"
 
 #include "common/codepage.h"
-#include "common/protocol.h"
+#include "protocol/pack.h"
 #include "sets/mtgcard.h"
 #include "sets/rules.h"
 

@@ -1,6 +1,6 @@
 #include "sets/rules.h"
 
-#include "common/protocol.h"
+#include "protocol/pack.h"
 
 #include <algorithm>
 #include <iterator>

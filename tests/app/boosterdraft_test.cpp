@@ -22,7 +22,7 @@ int total(const Counts& counts) {
 // Adds the names of the cards that lie before the seats.
 void addDealtPacks(const FrmServer& server, Counts& dealt) {
     for (int position = 0; position < kPlayers; ++position) {
-        for (const std::string& token : readFields(server.booster().seatPack(position))) {
+        for (const std::string& token : server.server().booster().seatPack(position).cards()) {
             ++dealt[fromBytes(token.substr(1))];
         }
     }
@@ -31,17 +31,17 @@ void addDealtPacks(const FrmServer& server, Counts& dealt) {
 // Plays to the end; the player of seat index kLeaver goes in the middle of round two. Gives what
 // was dealt.
 Counts playDraft(DraftParty& party) {
-    FrmServer& server = party.server();
+    FrmServer& server = party.console();
     Counts dealt;
     int round = 0;
     const bool over = spinUntil(
         [&] {
             server.tmrRandoms->stop();  // its ticks are ours
-            if (server.draftState == "O") {
+            if (server.server().state() == DraftServer::State::Over) {
                 return true;
             }
-            if (server.table().roundNo != round) {
-                round = server.table().roundNo;
+            if (server.server().table().roundNo != round) {
+                round = server.server().table().roundNo;
                 addDealtPacks(server, dealt);
             }
             Player& leaver = party.player(kLeaver);

@@ -43,7 +43,8 @@ TEST(Bots, EightDraftOnTheRealServerAndSaveWhatTheyReport) {
         QElapsedTimer clock;
         clock.start();
         QTest::mouseClick(console.cmdStart, Qt::LeftButton);
-        ASSERT_TRUE(spinUntil([&] { return console.draftState == "O"; }, 60000));
+        ASSERT_TRUE(
+            spinUntil([&] { return console.server().state() == DraftServer::State::Over; }, 60000));
         RecordProperty(rochester ? "rochester_ms" : "booster_ms",
                        static_cast<int>(clock.elapsed()));
 

@@ -73,7 +73,7 @@ bool DraftParty::join() {
     }
     host().program.start();
     QTest::mouseClick(host().program.frmMain->cmdServer, Qt::LeftButton);
-    FrmServer& console = server();
+    FrmServer& console = host().program.frmServer();
     console.optPack.at(static_cast<std::size_t>(packs_ - 1))->click();
     for (int i = 0; i < packs_; ++i) {
         console.cboPack.at(static_cast<std::size_t>(i))->setCurrentText(sets_.at(i % sets_.size()));
@@ -105,7 +105,7 @@ bool DraftParty::join() {
 }
 
 void DraftParty::start() {
-    QTest::mouseClick(server().cmdStart, Qt::LeftButton);
+    QTest::mouseClick(console().cmdStart, Qt::LeftButton);
 }
 
 bool DraftParty::act(Player& player) {

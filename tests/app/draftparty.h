@@ -58,7 +58,7 @@ public:
 
     bool join();  // false when somebody does not get to the table
 
-    FrmServer& server() { return host().program.frmServer(); }
+    FrmServer& console() { return host().program.frmServer(); }
     Player& host() { return *players_.front(); }
     Player& player(int seatIndex) { return *players_.at(static_cast<std::size_t>(seatIndex)); }
     std::vector<std::unique_ptr<Player>>& players() { return players_; }

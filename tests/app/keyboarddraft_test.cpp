@@ -157,7 +157,7 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
     ASSERT_EQ(QApplication::focusWidget(), console.cmdStart);
     ASSERT_TRUE(spinUntil([&] {
         press(Qt::Key_Return);  // counts for nothing so soon after the one that opened the port
-        return console.draftState == "D";
+        return console.server().state() == DraftServer::State::Drafting;
     }));
 
     for (int turn = 0; turn < kPicks; ++turn) {

@@ -21,7 +21,8 @@ struct Case {
 };
 
 int cardsLeft(DraftParty& party) {
-    return party.server().rochester().rochCards() - party.server().rochester().rochTurn();
+    return party.console().server().rochester().rochCards() -
+           party.console().server().rochester().rochTurn();
 }
 
 bool otherMayPick(DraftParty& party, int seat) {
@@ -46,12 +47,12 @@ const Case kCases[] = {
      [](DraftParty& party, int seat) { return party.player(seat).client().cmdOK->isVisible(); }},
     {"last pick of a pack", true, false,
      [](DraftParty& party, int) {
-         return cardsLeft(party) == 1 && party.server().table().roundNo == 2;
+         return cardsLeft(party) == 1 && party.console().server().table().roundNo == 2;
      }},
     {"last pick of the draft", true, false,
      [](DraftParty& party, int) {
-         return cardsLeft(party) == 1 && party.server().table().roundNo == kSmallTable &&
-                party.server().rochester().rochSet() == kRounds;
+         return cardsLeft(party) == 1 && party.console().server().table().roundNo == kSmallTable &&
+                party.console().server().rochester().rochSet() == kRounds;
      }},
     {"while the seats are fixed, Booster", false, true,
      [](DraftParty& party, int) { return party.host().program.isVisible(FormId::FixSeats); }},
@@ -86,20 +87,21 @@ public:
         bool lost = false;
         int ticks = 0;
         ASSERT_TRUE(spinUntil([&] {
-            server().tmrRandoms->stop();  // its ticks are ours
-            if (server().draftState == "O" || (lost && halt && everybodySentHome())) {
+            console().tmrRandoms->stop();  // its ticks are ours
+            if (console().server().state() == DraftServer::State::Over ||
+                (lost && halt && everybodySentHome())) {
                 return true;
             }
             loseAtTheMoment(lost);
             const bool acted = actOneByOne();
             loseAtTheMoment(lost);  // now, before the server has heard of what was done
             if (!acted && lost && !halt && waitsForTheLost()) {
-                server().tmrRandoms_Timer();
+                console().tmrRandoms_Timer();
                 ++ticks;
             }
             return false;
         })) << "round "
-            << server().table().roundNo;
+            << console().server().table().roundNo;
         EXPECT_TRUE(lost);
         if (!halt) {
             EXPECT_LE(ticks, kRounds * kSmallPack);  // a card of each pack, or a turn in each
@@ -108,7 +110,7 @@ public:
 
     void expectEnd(bool halt) {
         const QString name = party_.player(seat_).name;
-        EXPECT_EQ(server().lstNames->text(seat_), u" "_s);
+        EXPECT_EQ(console().lstNames->text(seat_), u" "_s);
         for (int other = 0; other < kSmallTable; ++other) {
             if (other == seat_) {
                 continue;
@@ -125,11 +127,12 @@ public:
                 EXPECT_EQ(player.client().lstPickedNS->count(), picksOfEach());
             }
         }
-        EXPECT_EQ(server().draftState, halt ? "D" : "O");
+        EXPECT_EQ(console().server().state(),
+                  halt ? DraftServer::State::Halted : DraftServer::State::Over);
     }
 
 private:
-    FrmServer& server() { return party_.server(); }
+    FrmServer& console() { return party_.console(); }
 
     static int picksOfEach() { return kRounds * kSmallPack; }  // with as many cards as seats
 
@@ -143,7 +146,7 @@ private:
     // One player acts at a time, so that every moment comes up.
     bool actOneByOne() {
         if (case_.fixSeats && party_.host().program.isVisible(FormId::FixSeats)) {
-            if (server().dropped.at(static_cast<std::size_t>(seat_ + 1))) {
+            if (console().server().seat(seat_).dropped) {
                 QTest::mouseClick(party_.host().program.frmFixSeats->cmdOK, Qt::LeftButton);
             }
             return true;
@@ -157,19 +160,20 @@ private:
     }
 
     bool waitsForTheLost() {
-        const int position = server().table().positionOfSocket(seat_ + 1);
-        if (!server().dropped.at(static_cast<std::size_t>(seat_ + 1)) || position < 0) {
+        const int position = console().server().table().positionOfSocket(seat_ + 1);
+        if (!console().server().seat(seat_).dropped || position < 0) {
             return false;
         }
         if (case_.rochester) {
-            return server().rochester().turnPosition() == position;
+            return console().server().rochester().turnPosition() == position;
         }
         for (int other = 0; other < kSmallTable; ++other) {
-            if (other != position && !server().booster().seatPicked(other)) {
+            if (other != position && !console().server().booster().seatPicked(other)) {
                 return false;
             }
         }
-        return server().booster().running() && !server().booster().seatPicked(position);
+        return console().server().booster().running() &&
+               !console().server().booster().seatPicked(position);
     }
 
     bool everybodySentHome() {

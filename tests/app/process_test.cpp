@@ -1,6 +1,6 @@
 // The program itself, from its start to its exit status.
 #include "app/draftparty.h"
-#include "common/protocol.h"
+#include "protocol/framing.h"
 
 namespace packwise {
 namespace {

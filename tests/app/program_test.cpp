@@ -67,9 +67,9 @@ TEST(Program, TheEndLeavesNothingOnTheScreenAndNoSocketOpen) {
     for (int form = 0; form < 11; ++form) {
         EXPECT_FALSE(party.host().program.isVisible(static_cast<FormId>(form))) << form;
     }
-    EXPECT_EQ(party.server().wskServer[1]->state(), Socket::Closed);
-    EXPECT_EQ(party.server().wskServer[0]->state(), Socket::Closed);
-    EXPECT_FALSE(party.server().tmrPoke->isActive());
+    EXPECT_EQ(party.console().wskServer[1]->state(), Socket::Closed);
+    EXPECT_EQ(party.console().wskServer[0]->state(), Socket::Closed);
+    EXPECT_FALSE(party.console().tmrPoke->isActive());
     EXPECT_TRUE(spinUntil(
         [&] { return party.player(1).client().wskClient->state() != Socket::Connected; }));
 }

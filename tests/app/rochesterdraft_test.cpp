@@ -16,9 +16,11 @@ public:
     void play() {
         ASSERT_TRUE(party_.join());
         party_.start();
-        while (party_.server().draftState == "D") {
-            ASSERT_TRUE(spinUntil([this] { return party_.server().draftState == "O" || inStep(); }))
-                << "set " << flow().rochSet() << " pack " << party_.server().table().roundNo
+        while (party_.console().server().state() == DraftServer::State::Drafting) {
+            ASSERT_TRUE(spinUntil([this] {
+                return party_.console().server().state() == DraftServer::State::Over || inStep();
+            })) << "set "
+                << flow().rochSet() << " pack " << party_.console().server().table().roundNo
                 << " turn " << flow().rochTurn();
             ASSERT_NO_FATAL_FAILURE(step());
         }
@@ -31,7 +33,7 @@ public:
     DraftParty& party() { return party_; }
 
 private:
-    const RochesterFlow& flow() { return party_.server().rochester(); }
+    const RochesterFlow& flow() { return party_.console().server().rochester(); }
 
     int cardsLeft() { return flow().rochCards() - flow().rochTurn(); }
 

@@ -1,8 +1,8 @@
 #include "engine/dealing.h"
 
-#include "common/protocol.h"
 #include "engine/samplefiles.h"
 #include "engine/seating.h"
+#include "protocol/framing.h"
 
 #include <gmock/gmock.h>
 
@@ -77,8 +77,8 @@ TEST(Dealing, PacksKeepTheCountsAndTheOrderOfThePoolsAndHoldNoCardTwice) {
         for (const auto deal : {randomPack, realPack}) {
             const auto pack = deal(folder.path(), "Sample", draw);
             ASSERT_TRUE(pack);
-            EXPECT_EQ(marksOf(*pack), "+===-----------");
-            const auto cards = readFields(*pack);
+            EXPECT_EQ(marksOf(pack->text()), "+===-----------");
+            const auto cards = pack->cards();
             EXPECT_EQ(std::set(cards.begin(), cards.end()).size(), 15U);
             seen.insert(cards.begin(), cards.end());
         }
@@ -92,7 +92,7 @@ TEST(Dealing, DrawsAnewForACardInsideThePack) {
                                  record("Fox", "-") + record("Owl", "-") + end());
     // The rare; then Elf, which lies inside the rare, Fox, Fox again, Owl.
     EXPECT_EQ(randomPack(folder.path(), "Elves", scripted({0, 0, 0.4, 0.4, 0.9})),
-              "UElf Lord|UFox|UOwl|");
+              Pack::read("UElf Lord|UFox|UOwl|"));
 }
 
 TEST(Dealing, WalksOnFromTheRandomStartThroughTheListsBackwards) {
@@ -110,18 +110,18 @@ TEST(Dealing, WalksOnFromTheRandomStartThroughTheListsBackwards) {
     // First list from line 21: line 1.
     const double lap = 3999.0 / 4000;  // a step of 21
     EXPECT_EQ(realPack(folder.path(), "Walk", scripted({0, one, lap, two, 0.99, one})),
-              "RCard b|RCard d|GCard a|");
+              Pack::read("RCard b|RCard d|GCard a|"));
 }
 
 TEST(Dealing, EndsWhateverTheGeneratorAndTheCards) {
     const TempFolder folder;
     folder.write("Stuck.pw",
                  header(0, 0, 2) + record("A", "-") + record("A", "-") + record("B", "-") + end());
-    EXPECT_EQ(randomPack(folder.path(), "Stuck", [] { return 0.0; }), "UA|UB|");
+    EXPECT_EQ(randomPack(folder.path(), "Stuck", [] { return 0.0; }), Pack::read("UA|UB|"));
     // Once the long name is dealt, the short one cannot be: the other order is found.
     folder.write("Order.pw", header(0, 0, 2) + record("A", "-") + record("AB", "-") + end());
     for (unsigned seed = 0; seed < 20; ++seed) {
-        EXPECT_EQ(randomPack(folder.path(), "Order", seeded(seed)), "UA|UAB|");
+        EXPECT_EQ(randomPack(folder.path(), "Order", seeded(seed)), Pack::read("UA|UAB|"));
     }
     folder.write("Never.pw", header(1, 0, 1) + record("AB", "+") + record("A", "-") + end());
     EXPECT_FALSE(randomPack(folder.path(), "Never", seeded(1)));
@@ -131,7 +131,7 @@ TEST(Dealing, EndsWhateverTheGeneratorAndTheCards) {
         text += "UA\n";
     }
     folder.write("Stuck.ord", text + "UB\n");
-    EXPECT_EQ(realPack(folder.path(), "Stuck", [] { return 0.0; }), "UA|UB|");
+    EXPECT_EQ(realPack(folder.path(), "Stuck", [] { return 0.0; }), Pack::read("UA|UB|"));
     EXPECT_FALSE(realPack(folder.path(), "None", seeded(1)));
 }
 

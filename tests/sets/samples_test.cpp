@@ -1,7 +1,7 @@
 // The sets that are shipped, read the way Packwise reads them.
-#include "common/protocol.h"
 #include "engine/cardset.h"
 #include "engine/dealing.h"
+#include "protocol/framing.h"
 #include "sets/folder.h"
 #include "sets/setstest.h"
 #include "sets/sheet.h"

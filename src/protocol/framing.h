@@ -15,8 +15,6 @@ inline constexpr char kFieldEnd = '|';
 inline constexpr std::string_view kProtocolVersion = "1.41";
 inline constexpr int kSeats = 8;
 inline constexpr int kMostPacks = 6;
-inline constexpr int kMostCardsInPack = 15;
-inline constexpr std::size_t kShortestToken = 2;  // a card's colour letter and its name
 inline constexpr std::size_t kCommandLength = 4;
 // What a client may send in one message. Servers hand on some of it with words of their own, so
 // that everybody else takes a little more.
@@ -74,8 +72,6 @@ std::optional<int> readSeatDigit(std::string_view body);
 // The fields of a body in which each field is followed by "|". What stands behind the last "|" is
 // no field and is left out.
 std::vector<std::string> readFields(std::string_view body);
-
-// The number of cards in a pack string.
-int countCards(std::string_view pack);
+int countFields(std::string_view body);
 
 }  // namespace packwise

@@ -1,4 +1,4 @@
-#include "server/bench.h"
+#include "console/bench.h"
 
 #include <QElapsedTimer>
 
@@ -33,11 +33,11 @@ TEST(Seats, JoinAsTheProtocolTellsIt) {
     // The light alternates with every message, known or not; a stump is none.
     Shape& light = *bench.console().shaLight[0];
     const QColor before = light.fillColor();
-    bench.console().Dispatch(1, "PON");
+    bench.console().server().handle(1, "PON");
     EXPECT_EQ(light.fillColor(), before);
-    bench.console().Dispatch(1, "TEST");
+    bench.console().server().handle(1, "TEST");
     EXPECT_NE(light.fillColor(), before);
-    bench.console().Dispatch(1, "ping");
+    bench.console().server().handle(1, "ping");
     EXPECT_EQ(light.fillColor(), before);
     EXPECT_EQ(host->rest() + guest->rest(), "");
 }
@@ -63,40 +63,6 @@ TEST(Seats, NinthConnectionIsTurnedAwayAndTheLowestFreeSeatIsNext) {
     bench.joined(2, "New");
 }
 
-TEST(Seats, DuplicateNamesAndOldVersions) {
-    Bench bench;
-    auto peers = bench.table(1);
-    for (const std::string name : {"P1", " "}) {
-        auto copy = bench.connected(2);
-        copy->say("VERS1.41~NAME" + name + "~PING~");
-        EXPECT_TRUE(copy->waitClosed());
-        EXPECT_TRUE(peers[0]->hears("MESG disconnected~DROP1~MESGKicking duplicate " + name + "~"));
-    }
-    EXPECT_EQ(bench.console().lstNames->text(0), u"P1"_s);
-
-    auto other = bench.joined(2, "p1");  // another name, since case counts
-    peers[0]->rest();
-
-    auto old = bench.connected(3);
-    EXPECT_TRUE(old->hears("MESGDuplicate connection~"));
-    old->say("VERS1.2~");
-    EXPECT_TRUE(
-        old->hears("MESGYou are using version 1.2~MESGThis server is version 1.41~"
-                   "MESG3 is using an old version.~"));
-    EXPECT_TRUE(peers[0]->hears("MESG3 is using an old version.~"));
-    // The seat's next owner inherits neither the version nor the half message.
-    old->say("NAMEhal");
-    QTest::qWait(1);
-    old->close();
-    EXPECT_TRUE(peers[0]->hears("MESG disconnected~DROP2~"));
-    auto silent = bench.connected(3);
-    EXPECT_TRUE(silent->hears("MESGDuplicate connection~"));
-    silent->say("NAMEMute~");
-    EXPECT_TRUE(
-        silent->hears("MESGYou are using version 1.3~MESGThis server is version 1.41~"
-                      "MESGMute has joined~NAME2Mute~"));
-}
-
 TEST(Seats, ChatDropAndCodes) {
     Bench bench;
     auto peers = bench.table(2);
@@ -116,33 +82,9 @@ TEST(Seats, ChatDropAndCodes) {
     peers[0]->say("MESGpsst~PING~");
     EXPECT_TRUE(peers[0]->hears("MESG-silent draft-~PONG~"));
     EXPECT_EQ(peers[1]->rest(), "");
-    bench.console().Dispatch(1, "CARDUFirst Card");
-    bench.console().Dispatch(1, "CARDBSecond Card");
-    EXPECT_EQ(bench.console().playerCards[0], "First Card|Second Card|");
-}
-
-TEST(Seats, MalformedMessagesChangeNothing) {
-    Bench bench;
-    auto peers = bench.table(2);
-    bench.chooseSets();
-    for (const bool inDraft : {false, true}) {
-        if (inDraft) {
-            bench.console().cmdStart->click();
-            EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
-            peers[0]->rest();
-            peers[1]->rest();
-        }
-        QByteArray messages =
-            "~N~NAM~NAME~CARD~CARDU~CARDUa|b~CODE~CODEx~CODE1x~CODE007~CODE99999999999999999999~"
-            "RPCK~RPCKx~RPCK-1~RPCK99999999999~RPCK0~RAND~RROK~RPOK~SEAT99~BOOSUa|~\xFF\xFE\x80~";
-        messages += QByteArray(5, '\0') + '~' + QByteArray(60000, 'x') + '~';
-        peers[0]->say(messages.toStdString());
-        peers[0]->say("PING~");
-        EXPECT_TRUE(peers[0]->hears("PONG~"));
-        EXPECT_EQ(peers[0]->rest() + peers[1]->rest(), "");
-        EXPECT_EQ(bench.console().playerCards[0], "");
-        EXPECT_EQ(bench.console().lstNames->text(0), u"P1"_s);
-    }
+    bench.console().server().handle(1, "CARDUFirst Card");
+    bench.console().server().handle(1, "CARDBSecond Card");
+    EXPECT_EQ(bench.console().server().seat(0).cards, "First Card|Second Card|");
 }
 
 TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
@@ -168,7 +110,7 @@ TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
     peers[2]->socket().setReadBufferSize(1);
     const std::string line = "MESG" + std::string(50000, 'y') + "~";
     for (int i = 0; i < 400 && bench.console().lstNames->text(2) != u" "; ++i) {
-        bench.console().Broadcast(line);
+        bench.console().server().broadcast(line);
         peers[0]->rest();
     }
     EXPECT_EQ(bench.console().lstNames->text(2), u" "_s);
@@ -249,7 +191,8 @@ TEST(Seats, WhoFloodsAndGoesLeavesTheNextOneHereNoDebt) {
             lines += said;
         }
         peers[1]->say(lines);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return bench.console().allowance[1].isOverdrawn(); }));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return bench.console().server().seat(1).allowance.isOverdrawn(); }));
         peers[1]->close();
         EXPECT_TRUE(bench.seatIsFree(2));
         bench.console().tmrPoke_Timer();
@@ -281,7 +224,7 @@ TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
         const std::string heard = peers[0]->rest();
         for (int num = 2; num <= kSeats; ++num) {
             const std::string seat = std::to_string(num - 1);
-            const auto& places = bench.console().table().tableOf;
+            const auto& places = bench.console().server().table().tableOf;
             const int position = places.at(static_cast<std::size_t>(num - 1));
             const std::string told = picks ? "BSTA" + std::to_string(position) + "~"
                                      : said.starts_with('C') ? "CODE" + seat + "7~"
@@ -290,28 +233,6 @@ TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
             EXPECT_NE(heard.find(told), std::string::npos) << told << "\nin " << heard;
         }
     }
-}
-
-TEST(Seats, AFullTableGivesUpTheSeatThatHasLongHadNoName) {
-    Bench bench;
-    auto peers = bench.table(6);
-    bench.console().tmrPoke->stop();
-    auto older = bench.connected(7);
-    bench.console().tmrPoke_Timer();
-    auto younger = bench.connected(8);
-    for (int second = 1; second < 20; ++second) {
-        Peer ninth;
-        ASSERT_TRUE(ninth.connectTo(bench.console().wskServer[0]->localPort()));
-        EXPECT_TRUE(ninth.hears("STATServer is full~")) << second;
-        bench.console().tmrPoke_Timer();
-    }
-    auto next = bench.connected(7);
-    Peer tenth;  // the next one has 20 seconds of his own
-    ASSERT_TRUE(tenth.connectTo(bench.console().wskServer[0]->localPort()));
-    EXPECT_TRUE(tenth.hears("STATServer is full~"));
-    EXPECT_TRUE(older->waitClosed());
-    EXPECT_TRUE(younger->isConnected());
-    EXPECT_TRUE(peers[0]->hears("MESG disconnected~DROP6~"));
 }
 
 TEST(Seats, TimersRunAsTheyShould) {

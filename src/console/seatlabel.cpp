@@ -1,4 +1,4 @@
-#include "server/seatlabel.h"
+#include "console/seatlabel.h"
 
 #include "platform/look.h"
 

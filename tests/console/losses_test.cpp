@@ -1,4 +1,4 @@
-#include "server/bench.h"
+#include "console/bench.h"
 
 #include <QMouseEvent>
 
@@ -106,9 +106,11 @@ TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {
             EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
         }
         for (int pick = 0; pick < 6 && *row.state == 'O'; ++pick) {
-            console.Dispatch(1 + pick % 2, "BPCK");
+            console.server().handle(1 + pick % 2, "BPCK");
         }
-        EXPECT_EQ(console.draftState, row.state);
+        EXPECT_EQ(console.server().state(), *row.state == 'N'   ? DraftServer::State::Lobby
+                                            : *row.state == 'D' ? DraftServer::State::Drafting
+                                                                : DraftServer::State::Over);
         console.chkHalt->setChecked(row.halt);
         peers[0]->rest();
         peers[1]->close();
@@ -117,75 +119,7 @@ TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {
         EXPECT_EQ(console.lstNames->text(1), u" "_s);
         EXPECT_EQ(bench.security().lstNames->text(1), row.rowsCleared ? u" "_s : u"P2"_s);
         EXPECT_EQ(console.tmrRandoms->isActive(), row.randoms);
-        EXPECT_TRUE(console.dropped[2]);
-    }
-}
-
-TEST(Losses, AHaltedDraftDoesNotGoOnByItself) {
-    Bench bench;
-    auto peers = bench.table(4);
-    bench.chooseSets();
-    FrmServer& console = bench.console();
-    console.cmdStart->click();
-    peers[0]->close();
-    ASSERT_TRUE(bench.seatIsFree(1));
-    const auto runsOn = [&] { return console.tmrRandoms->remainingTime() < 1900; };
-    ASSERT_TRUE(QTest::qWaitFor(runsOn));
-    peers[3]->close();
-    ASSERT_TRUE(bench.seatIsFree(4));
-    EXPECT_TRUE(runsOn()) << "its interval began anew";
-    console.chkHalt->setChecked(true);
-    peers[1]->close();
-    EXPECT_TRUE(peers[2]->hearsSometime("CLOS~"));
-    peers[2]->close();
-    ASSERT_TRUE(bench.seatIsFree(3));
-    for (int tick = 0; tick < 60; ++tick) {
-        console.tmrRandoms_Timer();
-    }
-    EXPECT_EQ(console.draftState, "D");
-    EXPECT_FALSE(bench.shell.ended());
-}
-
-TEST(Losses, AHaltingDropFoundInsideAWriteIsTheLastThingHeard) {
-    Bench bench;
-    auto peers = bench.table(2);
-    bench.chooseSets();
-    FrmServer& console = bench.console();
-    console.chkHalt->setChecked(true);
-    console.cmdStart->click();
-    std::array<std::string, 2> left;
-    for (std::size_t i = 0; i < peers.size(); ++i) {
-        left[i] = Bench::lessFirstCard(*peers[i]);
-    }
-    console.Dispatch(2, "BPCK" + left[1]);
-    bench.breakLink(*peers[1], 2);
-    console.Dispatch(1, "BPCK" + left[0]);  // the last pick of the pass
-    EXPECT_TRUE(peers[0]->hearsSometime("CLOS~"));
-    EXPECT_EQ(peers[0]->rest(), "");
-    EXPECT_EQ(console.draftState, "D");
-    EXPECT_FALSE(console.tmrRandoms->isActive());
-}
-
-TEST(Losses, ALossFoundInsideAWriteIsToldBehindItAndTheDraftGoesOn) {
-    for (const bool rochester : {false, true}) {
-        Bench bench;
-        auto peers = bench.table(3);
-        bench.chooseSets();
-        FrmServer& console = bench.console();
-        console.optRochester->setChecked(rochester);
-        console.cmdStart->click();
-        const std::string left = Bench::lessFirstCard(*peers[0]);
-        const auto place = [&](std::size_t seat) {
-            return std::to_string(console.table().tableOf.at(seat)) + "~";
-        };
-        bench.breakLink(*peers[2], 3);
-        console.Dispatch(1, rochester ? "RROK" : "BPCK" + left);
-        EXPECT_TRUE(peers[0]->hears((rochester ? "RSTA" : "BSTA") + place(0) +
-                                    "MESGP3 disconnected~" +
-                                    (rochester ? "RSTA" + place(2) : std::string())));
-        console.tmrRandoms->setInterval(0);
-        EXPECT_TRUE(peers[0]->hears(rochester ? "" : "BSTA" + place(2)));
-        EXPECT_EQ(peers[0]->rest(), "");
+        EXPECT_TRUE(console.server().seat(1).dropped);
     }
 }
 

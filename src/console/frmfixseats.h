@@ -3,10 +3,10 @@
 // close box are the same, the seating of that moment counts.
 #pragma once
 
-#include "common/protocol.h"
 #include "common/shell.h"
 #include "platform/form.h"
-#include "server/seatlabel.h"
+#include "protocol/framing.h"
+#include "console/seatlabel.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "server/setbox.h"
+#include "console/setbox.h"
 
 #include <QStyleOptionComboBox>
 #include <QStylePainter>

@@ -1,4 +1,4 @@
-#include "common/protocol.h"
+#include "protocol/framing.h"
 
 #include <algorithm>
 #include <charconv>
@@ -95,8 +95,8 @@ std::vector<std::string> readFields(std::string_view body) {
     return fields;
 }
 
-int countCards(std::string_view pack) {
-    return static_cast<int>(std::count(pack.begin(), pack.end(), kFieldEnd));
+int countFields(std::string_view body) {
+    return static_cast<int>(std::count(body.begin(), body.end(), kFieldEnd));
 }
 
 }  // namespace packwise

@@ -3,7 +3,7 @@
 #include "common/codepage.h"
 #include "common/settings.h"
 #include "engine/dealing.h"
-#include "server/frmserver.h"
+#include "console/frmserver.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -109,7 +109,7 @@ void FrmServer::lookForSets() {
 
 QString FrmServer::faultOfPacks() const {
     std::set<QString> sound;
-    for (int i = 0; i < chosenPackCount(); ++i) {
+    for (int i = 0; i < packCount(); ++i) {
         const QString pack = u"Pack %1"_s.arg(i + 1);
         const QString name = cboPack[static_cast<std::size_t>(i)]->currentText();
         if (name.isEmpty()) {

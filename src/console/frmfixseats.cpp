@@ -1,4 +1,4 @@
-#include "server/frmfixseats.h"
+#include "console/frmfixseats.h"
 
 #include "platform/look.h"
 #include "platform/twips.h"

@@ -1,4 +1,4 @@
-#include "server/bench.h"
+#include "console/bench.h"
 #include "support/keys.h"
 
 #include <QGroupBox>
@@ -172,7 +172,8 @@ TEST(Console, TheEnterThatOpensThePortDoesNotStartTheDraft) {
     EXPECT_EQ(bench.shell.script.seen().size(), 1U);
     EXPECT_EQ(bench.shell.script.last().title, u"Packwise 1.41"_s);
     EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
-    EXPECT_TRUE(console.draftState == "N" && console.cmdStart->isEnabled());
+    EXPECT_TRUE(console.server().state() == DraftServer::State::Lobby &&
+                console.cmdStart->isEnabled());
     QApplication::setDoubleClickInterval(interval);
 }
 

@@ -1,4 +1,4 @@
-#include "common/protocol.h"
+#include "protocol/framing.h"
 
 #include <gmock/gmock.h>
 
@@ -93,7 +93,7 @@ TEST(Protocol, ReadsMessagesNumbersAndFields) {
     }
     EXPECT_THAT(readFields("Ice Age|||x"), ElementsAre("Ice Age", "", ""));
     EXPECT_THAT(readFields(""), ElementsAre());
-    EXPECT_EQ(countCards("UFirst|BSecond|"), 2);
+    EXPECT_EQ(countFields("UFirst|BSecond|"), 2);
 }
 
 }  // namespace

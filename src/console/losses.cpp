@@ -1,5 +1,5 @@
-// The host's kick and ping, and the timer that answers for lost players.
-#include "server/frmserver.h"
+// The host's kick and ping.
+#include "console/frmserver.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -9,13 +9,6 @@
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr int kMostPingTicks = 99;
-constexpr int kMostGoodPingTicks = 10;
-
-}  // namespace
 
 int FrmServer::selectedRow() const {
     // Not the current row: reaching the list with Tab makes its first row current, but selects
@@ -42,18 +35,14 @@ void FrmServer::cmdKick_Click() {
     if (row < 0 || lstNames->text(row) == u" ") {
         return;
     }
-    const std::string name = playerName[static_cast<std::size_t>(row)];
-    Disconnect(row + 1);
-    Broadcast("MESGKicked " + name + kTerminator);
+    server_.kick(row + 1);
 }
 
 void FrmServer::cmdPing_Click() {
     const int num = selectedRow() + 1;
-    if (num < 1 || wskServer[static_cast<std::size_t>(num)]->state() != Socket::Connected) {
+    if (num < 1 || !server_.ping(num)) {
         return;
     }
-    Send(num, "PING~");
-    pingTicks = 0;
     pingLentFocus_ = focusWidget() == cmdPing;
     if (pingLentFocus_) {
         lstNames->setFocus();  // else it would go to chkHalt
@@ -64,16 +53,13 @@ void FrmServer::cmdPing_Click() {
 }
 
 void FrmServer::tmrPing_Timer() {
-    if (++pingTicks >= kMostPingTicks) {
+    if (!server_.pingSecond()) {
         tmrPing->stop();
     }
 }
 
-void FrmServer::onPong(int num, std::string_view /*body*/) {
-    txtPing->setText(QString::number(pingTicks));
-    if (pingTicks > kMostGoodPingTicks) {
-        Send(num, "STATDetected poor connection~");
-    }
+void FrmServer::showPong(int seconds) {
+    txtPing->setText(QString::number(seconds));
     tmrPing->stop();
     if (selectedRow() >= 0) {
         cmdPing->setEnabled(true);
@@ -81,14 +67,6 @@ void FrmServer::onPong(int num, std::string_view /*body*/) {
             cmdPing->setFocus();
         }
     }
-}
-
-void FrmServer::tmrRandoms_Timer() {
-    if (draftStopped()) {
-        return;
-    }
-    booster_.onRandomsTick();
-    rochester_.onRandomsTick();
 }
 
 }  // namespace packwise

@@ -1,5 +1,5 @@
 // The console: load, settings, opening the port, closing.
-#include "server/frmserver.h"
+#include "console/frmserver.h"
 
 #include "common/codepage.h"
 #include "common/settings.h"
@@ -36,7 +36,8 @@ FrmServer::FrmServer(Shell& shell, Lazy<FrmSecurity>& security, Lazy<FrmFixSeats
       security_(security),
       fixSeats_(fixSeats),
       localClient_(localClient),
-      draw_(std::move(draw)) {
+      draw_(std::move(draw)),
+      server_(links_, *this, *this, draw_) {
     makeControls();
     placeControls();
     makeSockets();
@@ -60,7 +61,6 @@ void FrmServer::load() {
     loadSets();
     loadPackChoices();
     restorePlace(setting::serverPlace.read(store));
-    draftState = "N";
 }
 
 void FrmServer::cmdOpenPort_Click() {
@@ -192,11 +192,7 @@ bool FrmServer::queryUnload(UnloadMode mode) {
     if (!quit) {
         return false;
     }
-    for (int num = 0; num < static_cast<int>(wskServer.size()); ++num) {
-        if (wskServer[static_cast<std::size_t>(num)]->state() == Socket::Connected) {
-            Send(num, "CLOS~");
-        }
-    }
+    server_.sayGoodbye();
     if (shell_.isVisible(FormId::DeckBuild) || shell_.isVisible(FormId::Security)) {
         hide();
         return false;

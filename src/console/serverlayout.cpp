@@ -2,7 +2,7 @@
 #include "common/codepagevalidator.h"
 #include "platform/look.h"
 #include "platform/twips.h"
-#include "server/frmserver.h"
+#include "console/frmserver.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>

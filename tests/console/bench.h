@@ -2,10 +2,10 @@
 #pragma once
 
 #include "companions/fakeclient.h"
+#include "console/frmserver.h"
 #include "engine/samplefiles.h"
 #include "platform/heldkey.h"
 #include "platform/lazy.h"
-#include "server/frmserver.h"
 #include "support/fakeshell.h"
 #include "support/peer.h"
 

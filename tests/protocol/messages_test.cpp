@@ -1,0 +1,111 @@
+#include "protocol/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+
+namespace packwise {
+namespace {
+
+// What is read of a message and written again; "" for what cannot be.
+struct Echo {
+    std::string text;
+
+    template <class Message>
+    void on(const Message& message) {
+        text = message.write();
+    }
+    // A pick that cannot be is a pick all the same.
+    void on(const to_server::PackBack& message) { text = message.rest ? message.write() : "?"; }
+    void on(const to_server::Pick& message) { text = message.row ? message.write() : "?"; }
+};
+
+TEST(Messages, OfClientsAreReadAndWritten) {
+    for (const std::string message :
+         {"VERS1.41~", "VERS~", "NAMEJos\xE9|x~", "DROP~", "PING~", "PONG~", "TEST~", "MESG~",
+          "MESG<Ann> hi | you~", "CARDUa~", "BPCK~", "BPCKUa|Bb c|~", "RAND~", "RPCK0~", "RPCK14~",
+          "RROK~", "RPOK~", "CODE0~", "CODE-2147483648~"}) {
+        Echo echo;
+        to_server::dispatch(message.substr(0, message.size() - 1), echo);
+        EXPECT_EQ(echo.text, message);
+    }
+    for (const auto& [message, read] : std::initializer_list<std::pair<std::string, std::string>>{
+             {"", ""},
+             {"PIN", ""},
+             {"ping", ""},
+             {"HELO1", ""},
+             {"NAME", ""},
+             {"CARDU", ""},
+             {"CARDUa|", ""},
+             {"CODE", ""},
+             {"CODE07", ""},
+             {"CODE-0", ""},
+             {"CODE2147483648", ""},
+             {"DROP01", "DROP~"},
+             {"RPCK05", "RPCK5~"},
+             {"RPCK", "?"},
+             {"RPCK15", "?"},
+             {"RPCK-1", "?"},
+             {"RPCK1!", "?"},
+             {"BPCK|", "?"},
+             {"BPCKUa", "?"},
+             {"BPCKU|", "?"},
+             {"BPCKUa|Ub|Uc|Ud|Ue|Uf|Ug|Uh|Ui|Uj|Uk|Ul|Um|Un|Uo|Up|", "?"}}) {
+        Echo echo;
+        to_server::dispatch(message, echo);
+        EXPECT_EQ(echo.text, read) << message;
+    }
+}
+
+TEST(Messages, OfTheServerAreReadAndWritten) {
+    for (const std::string message :
+         {"HELO8~",         "MESGa~",   "STAT~",     "NAME0~", "NAME7x1~", "ADDR310.0.0.1~",
+          "DROP7~",         "PING~",    "PONG~",     "TEST~",  "CLOS~",    "SEAT07~",
+          "PAKSA|B|C||||~", "INFOB~",   "INFOR130~", "INFOX~", "ROUN2:3~", "BOOS~",
+          "BOOSUa|Bb|~",    "SNOW~",    "BSTA0~",    "REVW~",  "RSTA7~",   "TURN8~",
+          "RPCK714~",       "RPCK00!~", "RPAU~",     "OVER~",  "CODE7-12~"}) {
+        Echo echo;
+        to_client::dispatch(message.substr(0, message.size() - 1), echo);
+        EXPECT_EQ(echo.text, message);
+    }
+    for (const std::string bad :
+         {"HELO",    "HELO0",      "HELO9",          "HELO01",         "NAME",   "NAME8x",
+          "ADDRx",   "DROP",       "DROP8",          "DROP01",         "SEAT0",  "SEAT08",
+          "SEAT000", "PAKSA|B|C|", "PAKSA|B|C|||||", "PAKSA|B|C||||x", "INFO",   "INFOR1",
+          "INFOR10", "INFOR131",   "INFOR199",       "BOOSU|",         "BOOSUa", "BSTA8",
+          "BSTA00",  "RSTA",       "TURN0",          "TURN9",          "RPCK",   "RPCK0",
+          "RPCK80",  "RPCK015",    "RPCK0!!",        "CODE",           "CODE0",  "CODE0x",
+          "CODE81"}) {
+        Echo echo;
+        to_client::dispatch(bad, echo);
+        EXPECT_EQ(echo.text, "") << bad;
+    }
+    Echo untimed;
+    to_client::dispatch("INFOR05", untimed);
+    EXPECT_EQ(untimed.text, "INFOR00~") << "the seconds of an untimed draft are not looked at";
+}
+
+TEST(Packs, TakeOneCardOut) {
+    const Pack pack = *Pack::read("Ua|Bb|Gc|");
+    EXPECT_EQ(pack.size(), 3);
+    EXPECT_EQ(pack.card(2), "Gc");
+    EXPECT_EQ(pack.without(1).text(), "Ua|Gc|");
+    for (const auto& [rest, isLess] :
+         std::initializer_list<std::pair<std::string, bool>>{{"Bb|Gc|", true},
+                                                             {"Ua|Gc|", true},
+                                                             {"Ua|Bb|", true},
+                                                             {"Gc|Ua|", true},
+                                                             {"Ua|Ua|", false},
+                                                             {"Ua|Bd|", false},
+                                                             {"Ua|", false},
+                                                             {"Ua|Bb|Gc|", false},
+                                                             {"", false}}) {
+        EXPECT_EQ(Pack::read(rest)->isLessOneOf(pack), isLess) << rest;
+    }
+    EXPECT_TRUE(Pack().isLessOneOf(*Pack::read("Ua|")));
+    EXPECT_TRUE(Pack::read("Uab|Ua|")->isLessOneOf(*Pack::read("Uab|Uac|Ua|")));
+}
+
+}  // namespace
+}  // namespace packwise
