@@ -1,7 +1,7 @@
 // The heart's speed: dealing beside reading and cutting the same file once, and cutting a stream.
-#include "protocol/framing.h"
 #include "engine/dealing.h"
 #include "engine/samplefiles.h"
+#include "protocol/framing.h"
 
 #include <benchmark/benchmark.h>
 

@@ -6,6 +6,7 @@
 #include "sets/rules.h"
 #include "sets/table.h"
 #include "sets/textsource.h"
+#include "wire.h"
 
 #include <QBuffer>
 
@@ -97,7 +98,7 @@ void readOrderFileBytes(std::string_view bytes) {
 
 }  // namespace
 
-const FuzzedReader kFuzzedReaders[6] = {
+const FuzzedReader kFuzzedReaders[8] = {
     {"mtgjson", readSetFile},
     {"table", [](std::string_view bytes) { checkSource(readTable(bytesOf(bytes), u"Any"_s)); }},
     {"cube",
@@ -105,6 +106,8 @@ const FuzzedReader kFuzzedReaders[6] = {
     {"settext", [](std::string_view bytes) { checkSource(readTextSource(bytesOf(bytes))); }},
     {"cardfile", readCardFileBytes},
     {"orderfile", readOrderFileBytes},
+    {"server", fuzzServer},
+    {"messages", fuzzMessages},
 };
 
 }  // namespace packwise::sets

@@ -1,4 +1,4 @@
-// The readers of packwise-sets as a fuzzer feeds them.
+// What a fuzzer feeds: the readers of packwise-sets, the server and the messages.
 #pragma once
 
 #include <string_view>
@@ -11,6 +11,6 @@ struct FuzzedReader {
     void (*read)(std::string_view bytes);
 };
 
-extern const FuzzedReader kFuzzedReaders[6];
+extern const FuzzedReader kFuzzedReaders[8];
 
 }  // namespace packwise::sets

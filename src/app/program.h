@@ -12,14 +12,14 @@
 #include "companions/frminfo.h"
 #include "companions/frmmessage.h"
 #include "companions/frmsecurity.h"
+#include "console/frmfixseats.h"
+#include "console/frmserver.h"
+#include "console/localclient.h"
 #include "deck/decklink.h"
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
 #include "platform/heldkey.h"
 #include "platform/lazy.h"
-#include "console/frmfixseats.h"
-#include "console/frmserver.h"
-#include "console/localclient.h"
 
 #include <QObject>
 

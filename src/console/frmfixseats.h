@@ -4,9 +4,9 @@
 #pragma once
 
 #include "common/shell.h"
+#include "console/seatlabel.h"
 #include "platform/form.h"
 #include "protocol/framing.h"
-#include "console/seatlabel.h"
 
 #include <array>
 

@@ -5,14 +5,14 @@
 
 #include "common/shell.h"
 #include "companions/frmsecurity.h"
+#include "console/frmfixseats.h"
+#include "console/localclient.h"
+#include "console/setbox.h"
+#include "console/socketlinks.h"
 #include "platform/form.h"
 #include "platform/lazy.h"
 #include "platform/listbox.h"
 #include "platform/shape.h"
-#include "platform/socketlinks.h"
-#include "console/frmfixseats.h"
-#include "console/localclient.h"
-#include "console/setbox.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

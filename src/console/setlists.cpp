@@ -2,8 +2,8 @@
 // before a draft.
 #include "common/codepage.h"
 #include "common/settings.h"
-#include "engine/dealing.h"
 #include "console/frmserver.h"
+#include "engine/dealing.h"
 
 #include <QCheckBox>
 #include <QDir>

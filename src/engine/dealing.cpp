@@ -125,7 +125,7 @@ std::optional<Pack> realPack(const std::filesystem::path& folder, std::string_vi
 }
 
 DealtRound dealRound(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
-                int count, const Draw& draw) {
+                     int count, const Draw& draw) {
     const auto deal = [&](auto* way) {
         std::vector<Pack> packs;
         for (int i = 0; i < count; ++i) {

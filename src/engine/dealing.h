@@ -33,7 +33,7 @@ struct DealtRound {
 // Deals `count` packs of the set, all in the same way and so of the same size: along the lists if
 // that is wanted and can be done, else from the pools.
 DealtRound dealRound(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
-                int count, const Draw& draw);
+                     int count, const Draw& draw);
 
 enum class SetFault { None, CardsMissing, CardsUnusable, OrderUnusable };
 

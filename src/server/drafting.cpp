@@ -1,6 +1,6 @@
 // The start of the draft, and what its flows need of the server.
-#include "server/draftserver.h"
 #include "engine/seating.h"
+#include "server/draftserver.h"
 
 #include <algorithm>
 

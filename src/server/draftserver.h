@@ -6,13 +6,13 @@
 // out in the order of the statements.
 #pragma once
 
-#include "server/allowance.h"
-#include "server/interfaces.h"
 #include "engine/boosterflow.h"
 #include "engine/draft.h"
 #include "engine/rochesterflow.h"
 #include "protocol/framing.h"
 #include "protocol/messages.h"
+#include "server/allowance.h"
+#include "server/interfaces.h"
 
 #include <array>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "platform/socketlinks.h"
+#include "console/socketlinks.h"
 
 #include "common/codepage.h"
 #include "protocol/messages.h"
