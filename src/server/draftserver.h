@@ -71,7 +71,6 @@ public:
     bool ping(int num);
     // A second of the ping has passed; false once it is given up.
     bool pingSecond();
-    int pingSeconds() const { return pingSeconds_; }
     // Tells all open links to close.
     void sayGoodbye();
 
