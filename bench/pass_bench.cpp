@@ -3,7 +3,7 @@
 #include "app/program.h"
 #include "engine/samplefiles.h"
 #include "passclients.h"
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -18,6 +18,19 @@ function(packwise_target name)
   endif()
 endfunction()
 
+# packwise_library(folder file... [LINKS target...])
+# The library of a folder of src/, packwise_<folder>. What includes one of its headers needs what it
+# links itself, so all of that is public.
+function(packwise_library folder)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  add_library(packwise_${folder} STATIC ${ARG_UNPARSED_ARGUMENTS})
+  packwise_target(packwise_${folder})
+  target_link_libraries(packwise_${folder} PUBLIC ${ARG_LINKS})
+  if(NOT folder MATCHES "^(protocol|engine|server)$")
+    set_target_properties(packwise_${folder} PROPERTIES AUTOMOC ON)
+  endif()
+endfunction()
+
 # packwise_test(name SOURCES file... LIBS target... [WINDOWS])
 # One test program, run as one test. WINDOWS gives it the main that makes a QApplication on the
 # offscreen platform; without it GoogleTest's own main is used and no Qt is needed.

@@ -1,7 +1,7 @@
 #include "app/frmmain.h"
 
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 namespace packwise {
 

@@ -2,8 +2,8 @@
 // once one of the two has been chosen.
 #pragma once
 
-#include "common/shell.h"
-#include "platform/form.h"
+#include "widgets/form.h"
+#include "widgets/shell.h"
 
 #include <QPushButton>
 

@@ -1,6 +1,6 @@
 #include "app/program.h"
-#include "platform/look.h"
 #include "protocol/framing.h"
+#include "widgets/look.h"
 
 #include <QApplication>
 

@@ -1,6 +1,6 @@
 #include "app/program.h"
 
-#include "common/settings.h"
+#include "platform/settings.h"
 #include "platform/socket.h"
 
 #include <QApplication>

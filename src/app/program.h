@@ -6,7 +6,6 @@
 #include "app/frmmain.h"
 #include "client/frmclient.h"
 #include "client/frmconnect.h"
-#include "common/shell.h"
 #include "companions/clientlink.h"
 #include "companions/frmcard.h"
 #include "companions/frminfo.h"
@@ -18,8 +17,9 @@
 #include "deck/decklink.h"
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
-#include "platform/heldkey.h"
-#include "platform/lazy.h"
+#include "widgets/heldkey.h"
+#include "widgets/lazy.h"
+#include "widgets/shell.h"
 
 #include <QObject>
 

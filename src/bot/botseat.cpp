@@ -1,7 +1,7 @@
 #include "bot/botseat.h"
 
 #include "bot/deckwriter.h"
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 using namespace Qt::Literals;
 

@@ -1,8 +1,8 @@
 #include "bot/deckwriter.h"
 
-#include "common/codepage.h"
-#include "deck/deckfile.h"
-#include "deck/timestamp.h"
+#include "engine/deckfile.h"
+#include "platform/codepage.h"
+#include "platform/timestamp.h"
 #include "platform/wholefile.h"
 
 #include <QDir>

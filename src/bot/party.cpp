@@ -1,7 +1,7 @@
 #include "bot/party.h"
 
 #include "bot/names.h"
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 #include <QTimer>
 

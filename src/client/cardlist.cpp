@@ -1,6 +1,6 @@
 #include "client/cardlist.h"
 
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>

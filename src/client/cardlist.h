@@ -2,8 +2,8 @@
 // them; a name that does not fit is cut, and shown whole in a tool tip.
 #pragma once
 
-#include "platform/heldkey.h"
-#include "platform/listbox.h"
+#include "widgets/heldkey.h"
+#include "widgets/listbox.h"
 
 namespace packwise {
 

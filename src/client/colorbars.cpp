@@ -1,6 +1,6 @@
 #include "client/colorbars.h"
 
-#include "platform/twips.h"
+#include "widgets/twips.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

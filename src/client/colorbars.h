@@ -4,7 +4,7 @@
 #pragma once
 
 #include "client/cardcolors.h"
-#include "platform/shape.h"
+#include "widgets/shape.h"
 
 #include <QWidget>
 

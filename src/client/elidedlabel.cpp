@@ -1,6 +1,6 @@
 #include "client/elidedlabel.h"
 
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QHelpEvent>
 #include <QPainter>

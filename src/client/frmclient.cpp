@@ -1,11 +1,11 @@
 // The draft client's link: its load, the socket, the way out.
 #include "client/frmclient.h"
 
-#include "common/settings.h"
-#include "common/shell.h"
 #include "companions/frmcard.h"
 #include "companions/frmmessage.h"
-#include "platform/twips.h"
+#include "platform/settings.h"
+#include "widgets/shell.h"
+#include "widgets/twips.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>

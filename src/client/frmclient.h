@@ -7,11 +7,11 @@
 #pragma once
 
 #include "client/cardcolors.h"
-#include "platform/form.h"
-#include "platform/lazy.h"
-#include "platform/shape.h"
 #include "platform/socket.h"
 #include "protocol/messages.h"
+#include "widgets/form.h"
+#include "widgets/lazy.h"
+#include "widgets/shape.h"
 
 #include <QStringList>
 

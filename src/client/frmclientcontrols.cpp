@@ -4,8 +4,8 @@
 #include "client/elidedlabel.h"
 #include "client/frmclient.h"
 #include "client/passingarrow.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

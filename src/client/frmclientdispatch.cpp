@@ -3,12 +3,12 @@
 #include "client/cardlist.h"
 #include "client/frmclient.h"
 #include "client/passingarrow.h"
-#include "common/codepage.h"
 #include "companions/frmmessage.h"
 #include "companions/frmsecurity.h"
 #include "deck/frmdeckbuild.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "platform/codepage.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -2,11 +2,11 @@
 #include "client/cardlist.h"
 #include "client/colorbars.h"
 #include "client/frmclient.h"
-#include "common/codepage.h"
-#include "common/settings.h"
-#include "common/shell.h"
 #include "companions/frmcard.h"
 #include "deck/frmdeckbuild.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
+#include "widgets/shell.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -1,7 +1,7 @@
 // The draft client's table: seat lights, the rings of names, and the clocks of a Rochester draft.
 #include "client/cardlist.h"
 #include "client/frmclient.h"
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QApplication>
 #include <QLabel>

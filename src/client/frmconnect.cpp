@@ -1,12 +1,12 @@
 #include "client/frmconnect.h"
 
 #include "client/frmclient.h"
-#include "common/codepagevalidator.h"
-#include "common/settings.h"
-#include "common/shell.h"
 #include "companions/frmsecurity.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "platform/settings.h"
+#include "widgets/codepagevalidator.h"
+#include "widgets/look.h"
+#include "widgets/shell.h"
+#include "widgets/twips.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

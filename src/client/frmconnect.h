@@ -2,8 +2,8 @@
 // client with them. Its text boxes are the store of what was typed.
 #pragma once
 
-#include "platform/form.h"
-#include "platform/lazy.h"
+#include "widgets/form.h"
+#include "widgets/lazy.h"
 
 #include <optional>
 

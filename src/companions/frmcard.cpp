@@ -1,9 +1,9 @@
 #include "companions/frmcard.h"
 
-#include "common/codepage.h"
 #include "engine/cardset.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "platform/codepage.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QDir>
 #include <QGridLayout>

@@ -3,9 +3,9 @@
 // from the window beside it; a press of the mouse on it closes it.
 #pragma once
 
-#include "common/shell.h"
-#include "platform/form.h"
-#include "platform/shape.h"
+#include "widgets/form.h"
+#include "widgets/shape.h"
+#include "widgets/shell.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,8 +1,8 @@
 #include "companions/frminfo.h"
 
-#include "platform/look.h"
-#include "platform/shape.h"
-#include "platform/twips.h"
+#include "widgets/look.h"
+#include "widgets/shape.h"
+#include "widgets/twips.h"
 
 #include <QDesktopServices>
 #include <QEventLoop>

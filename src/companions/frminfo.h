@@ -2,8 +2,8 @@
 // the smaller texts a whole click; a press on the address opens the page.
 #pragma once
 
-#include "common/shell.h"
-#include "platform/form.h"
+#include "widgets/form.h"
+#include "widgets/shell.h"
 
 class QLabel;
 

@@ -1,12 +1,12 @@
 #include "companions/frmmessage.h"
 
-#include "common/codepage.h"
-#include "common/codepagevalidator.h"
-#include "common/settings.h"
-#include "companions/chatfold.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "engine/chatfold.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
 #include "protocol/messages.h"
+#include "widgets/codepagevalidator.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>

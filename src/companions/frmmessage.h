@@ -3,11 +3,11 @@
 // written from outside, row = seat index.
 #pragma once
 
-#include "common/shell.h"
 #include "companions/clientlink.h"
-#include "platform/form.h"
-#include "platform/heldkey.h"
-#include "platform/listbox.h"
+#include "widgets/form.h"
+#include "widgets/heldkey.h"
+#include "widgets/listbox.h"
+#include "widgets/shell.h"
 
 #include <string_view>
 

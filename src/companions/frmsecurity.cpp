@@ -1,9 +1,9 @@
 #include "companions/frmsecurity.h"
 
-#include "common/settings.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "platform/settings.h"
 #include "protocol/framing.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -3,10 +3,10 @@
 // normal end of the program for a player who has saved a deck.
 #pragma once
 
-#include "common/shell.h"
 #include "companions/clientlink.h"
-#include "platform/form.h"
-#include "platform/listbox.h"
+#include "widgets/form.h"
+#include "widgets/listbox.h"
+#include "widgets/shell.h"
 
 class QLabel;
 

@@ -1,8 +1,8 @@
 // From the console's choices to a running draft.
-#include "common/codepage.h"
-#include "common/settings.h"
 #include "console/frmserver.h"
 #include "engine/dealing.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
 
 #include <QCheckBox>
 #include <QLabel>

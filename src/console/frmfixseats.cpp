@@ -1,7 +1,7 @@
 #include "console/frmfixseats.h"
 
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QKeyEvent>
 #include <QLabel>

@@ -3,10 +3,10 @@
 // close box are the same, the seating of that moment counts.
 #pragma once
 
-#include "common/shell.h"
 #include "console/seatlabel.h"
-#include "platform/form.h"
 #include "protocol/framing.h"
+#include "widgets/form.h"
+#include "widgets/shell.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 // The console: load, settings, opening the port, closing.
 #include "console/frmserver.h"
 
-#include "common/codepage.h"
-#include "common/settings.h"
-#include "platform/heldkey.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
+#include "widgets/heldkey.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -3,16 +3,16 @@
 // Info frame. lstNames, the lights and Draft Information show what the server tells.
 #pragma once
 
-#include "common/shell.h"
 #include "companions/frmsecurity.h"
 #include "console/frmfixseats.h"
 #include "console/localclient.h"
 #include "console/setbox.h"
-#include "console/socketlinks.h"
-#include "platform/form.h"
-#include "platform/lazy.h"
-#include "platform/listbox.h"
-#include "platform/shape.h"
+#include "platform/socketlinks.h"
+#include "widgets/form.h"
+#include "widgets/lazy.h"
+#include "widgets/listbox.h"
+#include "widgets/shape.h"
+#include "widgets/shell.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

@@ -1,6 +1,6 @@
 #include "console/seatlabel.h"
 
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,7 +1,7 @@
 // The seats on the screen: what the server tells of them, and the events of its sockets and timers.
-#include "common/codepage.h"
 #include "console/frmserver.h"
-#include "platform/look.h"
+#include "platform/codepage.h"
+#include "widgets/look.h"
 
 #include <QCheckBox>
 

@@ -1,8 +1,8 @@
 // The console's controls: what they are, where they stand, and how they reach their handlers.
-#include "common/codepagevalidator.h"
 #include "console/frmserver.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "widgets/codepagevalidator.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>

@@ -1,9 +1,9 @@
 // The lists of sets: what they offer, which of it can be dealt from, and the look at the card data
 // before a draft.
-#include "common/codepage.h"
-#include "common/settings.h"
 #include "console/frmserver.h"
 #include "engine/dealing.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
 
 #include <QCheckBox>
 #include <QDir>

@@ -2,7 +2,7 @@
 // folders in it. A double click or Enter on a row goes there.
 #pragma once
 
-#include "platform/listbox.h"
+#include "widgets/listbox.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,9 +1,9 @@
 #include "deck/frmdeckbuild.h"
 
-#include "common/codepage.h"
 #include "deck/frmsave.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "platform/codepage.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>

@@ -3,12 +3,12 @@
 // separator; headings and separators never move. A card line is any other line.
 #pragma once
 
-#include "common/shell.h"
-#include "deck/deckfile.h"
 #include "deck/decklink.h"
-#include "platform/form.h"
-#include "platform/lazy.h"
-#include "platform/listbox.h"
+#include "engine/deckfile.h"
+#include "widgets/form.h"
+#include "widgets/lazy.h"
+#include "widgets/listbox.h"
+#include "widgets/shell.h"
 
 #include <array>
 #include <string>

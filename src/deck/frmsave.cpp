@@ -1,10 +1,10 @@
 #include "deck/frmsave.h"
 
-#include "common/settings.h"
-#include "deck/timestamp.h"
-#include "platform/look.h"
-#include "platform/twips.h"
+#include "platform/settings.h"
+#include "platform/timestamp.h"
 #include "platform/wholefile.h"
+#include "widgets/look.h"
+#include "widgets/twips.h"
 
 #include <QComboBox>
 #include <QDateTime>

@@ -1,10 +1,10 @@
 // Save As: the folder and the name for a deck file. dlbDir and txtSaveName are the store of both.
 #pragma once
 
-#include "common/shell.h"
 #include "deck/dirlistbox.h"
-#include "platform/form.h"
-#include "platform/listbox.h"
+#include "widgets/form.h"
+#include "widgets/listbox.h"
+#include "widgets/shell.h"
 
 class QComboBox;
 class QLineEdit;

@@ -1,9 +1,9 @@
 // The way of a finished deck out of the deck builder.
-#include "common/codepage.h"
-#include "deck/deckfile.h"
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
-#include "deck/timestamp.h"
+#include "engine/deckfile.h"
+#include "platform/codepage.h"
+#include "platform/timestamp.h"
 #include "platform/wholefile.h"
 #include "protocol/messages.h"
 

@@ -1,8 +1,8 @@
 // The demonstration from the deck builders to the security codes.
 #include "bot/deckplan.h"
-#include "common/codepage.h"
-#include "deck/deckfile.h"
 #include "demo/demotable.h"
+#include "engine/deckfile.h"
+#include "platform/codepage.h"
 
 #include <QFile>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "demo/demotable.h"
 
 #include "client/cardlist.h"
-#include "common/codepage.h"
-#include "common/settings.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
 
 #include <QComboBox>
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // The demonstration from the start of the draft to the deck builders.
 #include "client/cardlist.h"
-#include "common/codepage.h"
 #include "demo/demotable.h"
+#include "platform/codepage.h"
 
 #include <QCoreApplication>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "demo/demotable.h"
 #include "demo/samplesets.h"
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QApplication>
 #include <QDir>

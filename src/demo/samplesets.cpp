@@ -1,6 +1,6 @@
 #include "demo/samplesets.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "sets/sheet.h"
 #include "sets/textsource.h"
 #include "sets/writer.h"

@@ -1,6 +1,6 @@
 #include "engine/cardset.h"
 
-#include "common/cp1252.h"
+#include "engine/cp1252.h"
 #include "protocol/framing.h"
 #include "protocol/pack.h"
 

@@ -1,6 +1,6 @@
 #include "sets/commands.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "sets/console.h"
 #include "sets/folder.h"
 #include "sets/importing.h"

@@ -1,6 +1,6 @@
 #include "sets/console.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 #include <QDir>
 #include <QFileInfo>

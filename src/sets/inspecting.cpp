@@ -1,8 +1,8 @@
 #include "sets/inspecting.h"
 
-#include "common/codepage.h"
-#include "deck/deckfile.h"
 #include "engine/dealing.h"
+#include "engine/deckfile.h"
+#include "platform/codepage.h"
 #include "sets/cardfile.h"
 #include "sets/registry.h"
 #include "sets/rules.h"

@@ -1,6 +1,6 @@
 #include "sets/jobs.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "sets/registry.h"
 #include "sets/writer.h"
 

@@ -1,6 +1,6 @@
 #include "sets/mtgset.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "protocol/pack.h"
 #include "sets/mtgcard.h"
 #include "sets/rules.h"

@@ -1,6 +1,6 @@
 #include "sets/nearest.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 #include <QList>
 #include <QStringDecoder>

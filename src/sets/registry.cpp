@@ -1,8 +1,8 @@
 #include "sets/registry.h"
 
-#include "common/codepage.h"
-#include "common/settings.h"
 #include "engine/cardset.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
 #include "platform/settingsstore.h"
 
 #include <algorithm>

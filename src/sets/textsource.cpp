@@ -1,6 +1,6 @@
 #include "sets/textsource.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "sets/rules.h"
 
 #include <QRegularExpression>

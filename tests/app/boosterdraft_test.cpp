@@ -1,6 +1,6 @@
 #include "app/draftparty.h"
 #include "client/cardlist.h"
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 namespace packwise {
 namespace {

@@ -1,5 +1,5 @@
 #include "app/draftparty.h"
-#include "deck/deckfile.h"
+#include "engine/deckfile.h"
 
 #include <QElapsedTimer>
 

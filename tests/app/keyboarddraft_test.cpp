@@ -2,8 +2,8 @@
 // not a key is the change to another window, which is the desktop's.
 #include "app/draftparty.h"
 #include "client/cardlist.h"
-#include "deck/deckfile.h"
 #include "deck/dirlistbox.h"
+#include "engine/deckfile.h"
 #include "support/keys.h"
 
 namespace packwise {

@@ -1,6 +1,6 @@
 // The program itself, against a server that a test plays.
 #include "bot/botseat.h"
-#include "deck/deckfile.h"
+#include "engine/deckfile.h"
 #include "support/peer.h"
 
 namespace packwise {

@@ -13,9 +13,9 @@
 #include "deck/decklink.h"
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
-#include "platform/lazy.h"
 #include "support/fakeshell.h"
 #include "support/peer.h"
+#include "widgets/lazy.h"
 
 namespace packwise {
 

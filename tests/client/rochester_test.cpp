@@ -1,5 +1,5 @@
 #include "client/clientworld.h"
-#include "common/settings.h"
+#include "platform/settings.h"
 
 namespace packwise {
 namespace {

@@ -1,6 +1,6 @@
-#include "common/settings.h"
 #include "companions/fakeclient.h"
 #include "companions/frmmessage.h"
+#include "platform/settings.h"
 #include "support/fakeshell.h"
 
 #include <QFontMetricsF>

@@ -4,10 +4,10 @@
 #include "companions/fakeclient.h"
 #include "console/frmserver.h"
 #include "engine/samplefiles.h"
-#include "platform/heldkey.h"
-#include "platform/lazy.h"
 #include "support/fakeshell.h"
 #include "support/peer.h"
+#include "widgets/heldkey.h"
+#include "widgets/lazy.h"
 
 #include <QScrollBar>
 

@@ -1,8 +1,8 @@
-#include "common/codepage.h"
-#include "common/settings.h"
-#include "deck/deckfile.h"
 #include "deck/deckfixture.h"
-#include "deck/timestamp.h"
+#include "engine/deckfile.h"
+#include "platform/codepage.h"
+#include "platform/settings.h"
+#include "platform/timestamp.h"
 #include "platform/wholefile.h"
 #include "support/faults.h"
 

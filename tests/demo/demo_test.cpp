@@ -1,5 +1,5 @@
 // The demonstration as a process of its own.
-#include "deck/deckfile.h"
+#include "engine/deckfile.h"
 #include "support/test.h"
 
 #include <QImage>

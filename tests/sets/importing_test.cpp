@@ -1,5 +1,5 @@
 // Importing sets, and the commands for what was imported.
-#include "deck/deckfile.h"
+#include "engine/deckfile.h"
 #include "sets/mtgsample.h"
 #include "sets/programfixture.h"
 

@@ -1,5 +1,5 @@
 // Sets from tables, and cubes from lists.
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "sets/cube.h"
 #include "sets/mtgsample.h"
 #include "sets/table.h"

@@ -2,8 +2,8 @@
 // not expect instead of hanging.
 #pragma once
 
-#include "platform/messageboxes.h"
 #include "support/test.h"
+#include "widgets/messageboxes.h"
 
 namespace packwise {
 

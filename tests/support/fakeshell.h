@@ -2,8 +2,8 @@
 // and notes of what was asked.
 #pragma once
 
-#include "common/shell.h"
 #include "support/boxscript.h"
+#include "widgets/shell.h"
 
 namespace packwise {
 

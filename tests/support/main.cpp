@@ -1,5 +1,5 @@
-#include "platform/look.h"
 #include "support/test.h"
+#include "widgets/look.h"
 
 #include <QSettings>
 

@@ -1,6 +1,6 @@
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
-#include "common/cp1252.h"
+#include "engine/cp1252.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "console/socketlinks.h"
+#include "platform/socketlinks.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 #include "protocol/messages.h"
 
 namespace packwise {

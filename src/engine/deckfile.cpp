@@ -1,4 +1,4 @@
-#include "deck/deckfile.h"
+#include "engine/deckfile.h"
 
 #include <cstddef>
 

@@ -1,4 +1,4 @@
-#include "platform/heldkey.h"
+#include "widgets/heldkey.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
-#include "common/codepagevalidator.h"
+#include "widgets/codepagevalidator.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 #include <QLineEdit>
 #include <QToolTip>

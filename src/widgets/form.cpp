@@ -1,6 +1,6 @@
-#include "platform/form.h"
+#include "widgets/form.h"
 
-#include "platform/twips.h"
+#include "widgets/twips.h"
 
 #include <QApplication>
 #include <QCloseEvent>

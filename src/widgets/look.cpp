@@ -1,4 +1,4 @@
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QApplication>
 #include <QFontDatabase>

@@ -1,4 +1,4 @@
-#include "platform/shape.h"
+#include "widgets/shape.h"
 
 #include <QPainter>
 

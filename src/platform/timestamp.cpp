@@ -1,6 +1,6 @@
-#include "deck/timestamp.h"
+#include "platform/timestamp.h"
 
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 #include <QDateTime>
 #include <QLocale>

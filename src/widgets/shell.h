@@ -1,8 +1,8 @@
 // What a window may ask of the program as a whole.
 #pragma once
 
-#include "platform/messageboxes.h"
 #include "platform/settingsstore.h"
+#include "widgets/messageboxes.h"
 
 namespace packwise {
 

@@ -1,4 +1,4 @@
-#include "platform/form.h"
+#include "widgets/form.h"
 
 #include "support/test.h"
 

@@ -2,7 +2,7 @@
 // the windows' fixed places.
 #pragma once
 
-#include "platform/twips.h"
+#include "widgets/twips.h"
 
 #include <QFont>
 

@@ -1,8 +1,8 @@
-#include "platform/heldkey.h"
+#include "widgets/heldkey.h"
 
-#include "platform/form.h"
-#include "platform/listbox.h"
 #include "support/keys.h"
+#include "widgets/form.h"
+#include "widgets/listbox.h"
 
 #include <QKeyEvent>
 #include <QScrollBar>

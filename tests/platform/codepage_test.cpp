@@ -1,4 +1,4 @@
-#include "common/codepage.h"
+#include "platform/codepage.h"
 
 #include "support/test.h"
 

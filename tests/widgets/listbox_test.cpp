@@ -1,4 +1,4 @@
-#include "platform/listbox.h"
+#include "widgets/listbox.h"
 
 #include "support/test.h"
 

@@ -1,4 +1,4 @@
-#include "platform/messageboxes.h"
+#include "widgets/messageboxes.h"
 
 #include "support/test.h"
 

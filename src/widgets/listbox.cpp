@@ -1,6 +1,6 @@
-#include "platform/listbox.h"
+#include "widgets/listbox.h"
 
-#include "platform/look.h"
+#include "widgets/look.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>

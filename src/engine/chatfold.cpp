@@ -1,4 +1,4 @@
-#include "companions/chatfold.h"
+#include "engine/chatfold.h"
 
 #include <algorithm>
 #include <cstddef>
