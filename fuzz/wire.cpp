@@ -2,6 +2,7 @@
 
 #include "protocol/messages.h"
 #include "server/draftserver.h"
+#include "server/quietview.h"
 
 #include <array>
 #include <cstdio>
@@ -20,7 +21,7 @@ void need(bool holds, const char* rule) {
     }
 }
 
-class FuzzedTable : private SeatLinks, private HostChoices, private ServerView {
+class FuzzedTable : private SeatLinks, private HostChoices, private QuietView {
 public:
     explicit FuzzedTable(std::string_view bytes) : bytes_(bytes), options_(next()) {}
 
@@ -132,12 +133,6 @@ private:
     bool haltsOnDrop() const override { return (options_ & 4U) != 0; }
     bool isSilent() const override { return (options_ & 8U) != 0; }
 
-    void showSeat(int, const std::string&) override {}
-    void showPlayer(int, const std::string&, const std::string&) override {}
-    void blink(int) override {}
-    void showCode(int, std::int32_t) override {}
-    void showPong(int) override {}
-    void wantTicks() override {}
     void wantTurn() override { turn_ = true; }
     std::vector<Pack> dealPacks(int, int count) override {
         Pack pack;
@@ -146,7 +141,6 @@ private:
         }
         return std::vector<Pack>(static_cast<std::size_t>(count), pack);
     }
-    void cardDataFailed() override {}
 
     std::string_view bytes_;
     unsigned options_;

@@ -4,6 +4,7 @@
 
 #include "protocol/framing.h"
 #include "server/draftserver.h"
+#include "server/quietview.h"
 
 #include <array>
 #include <cstdint>
@@ -27,7 +28,7 @@ struct SceneChoices {
     std::vector<std::string> sets = std::vector<std::string>(kMostPacks, "Tiny");
 };
 
-class Scene : private SeatLinks, private HostChoices, private ServerView {
+class Scene : private SeatLinks, private HostChoices, private QuietView {
 public:
     // Card files are read from the current directory.
     explicit Scene(SceneChoices wanted, std::uint64_t seed = 1);
@@ -99,11 +100,6 @@ private:
     bool haltsOnDrop() const override { return choices.halt; }
     bool isSilent() const override { return choices.silence; }
 
-    void showSeat(int, const std::string&) override {}
-    void showPlayer(int, const std::string&, const std::string&) override {}
-    void blink(int) override {}
-    void showCode(int, std::int32_t) override {}
-    void showPong(int) override {}
     void wantTicks() override { ticks_ = true; }
     void wantTurn() override { turn_ = true; }
     std::vector<Pack> dealPacks(int packIndex, int count) override;

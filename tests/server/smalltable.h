@@ -3,6 +3,7 @@
 #pragma once
 
 #include "server/draftserver.h"
+#include "server/quietview.h"
 
 #include <array>
 #include <functional>
@@ -13,7 +14,7 @@
 
 namespace packwise {
 
-class SmallTable : private SeatLinks, private HostChoices, private ServerView {
+class SmallTable : private SeatLinks, private HostChoices, private QuietView {
 public:
     // Players called P1, P2 and so on, on the sockets 1 to `players`.
     SmallTable(int players, bool rochester) : rochester_(rochester) {
@@ -33,7 +34,7 @@ public:
     std::vector<std::string> sent;
     std::array<std::string, kSeats + 1> lastPack;  // by socket number
 
-    // At the table positions 0 to `players` - 1, up to the first pack.
+    // Starts the draft with the players in their order; `sent` then begins at its first round.
     void begin() {
         server.start();
         for (const int seat : std::vector<int>(server.players())) {
@@ -92,13 +93,6 @@ private:
     bool haltsOnDrop() const override { return false; }
     bool isSilent() const override { return false; }
 
-    void showSeat(int, const std::string&) override {}
-    void showPlayer(int, const std::string&, const std::string&) override {}
-    void blink(int) override {}
-    void showCode(int, std::int32_t) override {}
-    void showPong(int) override {}
-    void wantTicks() override {}
-    void wantTurn() override {}
     std::vector<Pack> dealPacks(int packIndex, int count) override {
         std::vector<Pack> packs(at(count));
         for (Pack& pack : packs) {
@@ -109,7 +103,6 @@ private:
         }
         return packs;
     }
-    void cardDataFailed() override {}
 
     bool rochester_;
     std::array<bool, kSeats + 1> open_{};

@@ -1,5 +1,5 @@
 // What the server writes to each socket, and in which order, in scripted drafts: whole ones, losses
-// at every write, kicks, malformed messages. The file transcripts.txt holds the length and the
+// at its writes, kicks, malformed messages. The file transcripts.txt holds the length and the
 // hash of what each group of scripts has to give; a group that gives something else is written
 // into the folder for temporary files.
 #include "engine/samplefiles.h"
@@ -112,7 +112,8 @@ protected:
         keep("lobby-full", full.transcript);
     }
 
-    // Whole drafts in which one link breaks at a write to it, at every one there is.
+    // Whole drafts in which one link breaks at a write to it: at each of the first, then at every
+    // seventh.
     void lossesAtEveryWrite(const Keep& keep) {
         for (const bool rochester : {false, true}) {
             for (const bool halt : {false, true}) {
@@ -163,7 +164,7 @@ protected:
         }
     }
 
-    // An orderly close right before an answer of the seat, at every one.
+    // An orderly close right before an answer of the seat, at each of the first 60.
     void closesAtEveryStep(const Keep& keep) {
         for (const bool rochester : {false, true}) {
             SceneChoices c;

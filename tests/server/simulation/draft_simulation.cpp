@@ -6,27 +6,37 @@
 //
 // Every draft can be played again: draft number n of a seed is draft 0 of the seed + n.
 #include "server/draftserver.h"
+#include "server/quietview.h"
 
-#include <algorithm>
+#include <array>
+#include <bitset>
+#include <charconv>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <random>
-#include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace packwise {
 namespace {
 
-void check(bool holds, const std::string& what) {
+void check(bool holds, const char* what) {
     if (!holds) {
         throw std::runtime_error(what);
     }
 }
 
-class Simulation : private SeatLinks, private HostChoices, private ServerView {
+int readId(std::string_view digits) {
+    int id = -1;
+    std::from_chars(digits.data(), digits.data() + digits.size(), id);
+    return id;
+}
+
+class Simulation : private SeatLinks, private HostChoices, private QuietView {
 public:
     explicit Simulation(std::uint64_t seed) : random_(seed) {
         rochester_ = upTo(2) == 0;
@@ -66,27 +76,31 @@ private:
     struct Peer {
         LinkState state = LinkState::Free;
         std::string arrived;
-        MessageSplitter heard;
         bool joined = false;  // has been told all eight names
         std::array<std::string, kSeats> names;
         int position = -1;
-        std::vector<std::string> pack;  // as its client shows it
-        bool mayPick = false;
-        std::string answer;              // owed
-        std::set<std::string> answered;  // table positions, since the last review or pause
+        Pack pack;                     // Rochester: as its client shows it
+        int picks = 0;                 // that it has heard of
+        std::string answer;            // owed
+        std::bitset<kSeats> answered;  // by position, since the last pack, review or pause
         int pings = 0;
     };
+    // Cards of a round, each by how many were dealt behind it.
+    static constexpr int kMostOnTable = kSeats * kMostCardsInPack;
+    using Cards = std::bitset<std::size_t{kMostOnTable}>;
 
-    int upTo(int n) { return std::uniform_int_distribution<int>(0, n - 1)(random_); }
-    bool chance(double p) { return uniform_(random_) < p; }
-    Peer& at(int num) { return peers_.at(static_cast<std::size_t>(num)); }
-    const Peer& at(int num) const { return peers_.at(static_cast<std::size_t>(num)); }
+    double draw() { return static_cast<double>(random_() >> 11U) * 0x1.0p-53; }
+    int upTo(int n) { return static_cast<int>(draw() * n); }
+    bool chance(double p) { return p > 0 && draw() < p; }
+    Peer& at(int num) { return peers_[static_cast<std::size_t>(num)]; }
+    const Peer& at(int num) const { return peers_[static_cast<std::size_t>(num)]; }
 
     void gather() {
-        const int visitors = upTo(10) + 1;
-        for (int i = 0; i < visitors; ++i) {
+        for (int visitors = upTo(10) + 1; visitors > 0 || server_.namedSeats().empty();
+             --visitors) {
             const int num = server_.socketForNewcomer();
             if (num == 0) {
+                server_.poke();  // the nameless have to go some time
                 continue;
             }
             at(num) = Peer();
@@ -101,14 +115,6 @@ private:
             }
             settle();
         }
-        while (server_.namedSeats().empty()) {
-            const int num = server_.socketForNewcomer();
-            at(num) = Peer();
-            at(num).state = LinkState::Open;
-            server_.welcome(num);
-            arrive(num, "NAMELast~");
-            settle();
-        }
         lobby_ = false;
     }
 
@@ -120,12 +126,12 @@ private:
     }
 
     // Bytes in any cut.
-    void arrive(int num, std::string bytes) {
+    void arrive(int num, std::string_view bytes) {
         while (!bytes.empty() && at(num).state == LinkState::Open) {
             const auto cut = static_cast<std::size_t>(
                 chance(0.1) ? upTo(static_cast<int>(bytes.size())) + 1 : bytes.size());
             at(num).arrived += bytes.substr(0, cut);
-            bytes.erase(0, cut);
+            bytes.remove_prefix(cut);
             server_.onArrival(num);
         }
     }
@@ -178,7 +184,7 @@ private:
     }
 
     void noise(int num) {
-        static const std::vector<std::string> kNoise = {
+        static constexpr std::array<const char*, 29> kNoise = {
             "",        "BPC",    "BPCK||", "BPCKx",  "BPCKUa|b", "RROK",  "RPOK",   "RAND",
             "RPCK",    "RPCK15", "RPCK-1", "RPCKxx", "RPCK0!",   "RPCK0", "RROKx",  "TURN1",
             "OVER",    "BOOSa|", "SEAT00", "NAME",   "NAMEx",    "CODE1", "CARDUa", "DROP",
@@ -192,47 +198,76 @@ private:
             ++at(num).pings;
             bytes = "PING~";
         } else {
-            bytes =
-                kNoise.at(static_cast<std::size_t>(upTo(static_cast<int>(kNoise.size())))) + "~";
+            bytes = kNoise.at(static_cast<std::size_t>(upTo(static_cast<int>(kNoise.size()))));
+            bytes += '~';
         }
         // Half a message would swallow the front of the next one.
         arrive(num, bytes + "~");
         settle();
     }
 
-    // The names on all screens; the cards before all seats, or on all screens.
-    void look() const {
-        if (lobby_) {
-            for (int num = 1; num <= kSeats; ++num) {
-                for (int seat = 0; seat < kSeats && at(num).joined; ++seat) {
-                    check(at(num).names[static_cast<std::size_t>(seat)] == server_.seat(seat).name,
-                          "a client's names are not the server's");
-                }
+    void look() {
+        const int left = cardsLeft();
+        const Pack* shown = nullptr;  // Rochester: on all screens
+        for (int num = 1; num <= kSeats; ++num) {
+            const Peer& peer = at(num);
+            for (int seat = 0; seat < kSeats && lobby_ && peer.joined; ++seat) {
+                check(peer.names[static_cast<std::size_t>(seat)] == server_.seat(seat).name,
+                      "a client's names are not the server's");
             }
-        } else if (rochester_) {
-            const std::vector<std::string>* shown = nullptr;
-            for (int num = 1; num <= kSeats; ++num) {
-                if (at(num).state == LinkState::Open && dealt_ > 0) {
-                    shown = shown ? shown : &at(num).pack;
-                    check(at(num).pack == *shown, "clients show different packs");
-                    check(static_cast<int>(shown->size()) == cardsLeft(), "cards in the pack");
-                }
+            if (peer.state == LinkState::Open && dealt_ > 0) {
+                check(peer.picks + left == dealt_, "a card is neither picked nor in a pack");
+                shown = shown ? shown : &peer.pack;
+                check(peer.pack == *shown, "clients show different packs");
             }
-        } else if (server_.booster().running()) {
-            std::multiset<std::string> cards;
-            std::set<int> sizes;
-            for (int i = 0; i < server_.table().playerCount; ++i) {
-                const Pack& pack = server_.booster().seatPack(i);
-                sizes.insert(pack.size() + (server_.booster().seatPicked(i) ? 1 : 0));
-                const auto tokens = pack.cards();
-                cards.insert(tokens.begin(), tokens.end());
-            }
-            check(sizes.size() == 1, "packs of different sizes");
-            check(std::includes(onTable_.begin(), onTable_.end(), cards.begin(), cards.end()),
-                  "a card appears from nowhere");
-            check(std::set(cards.begin(), cards.end()).size() == cards.size(), "a card twice");
-            onTable_ = std::move(cards);
         }
+        check(!rochester_ || !shown || shown->size() == left, "cards in the pack");
+        if (server_.booster().running()) {
+            lookAtPasses();
+        }
+        check(dealt_ == 0 || canGoOn(), "nobody has to do anything");
+    }
+
+    // Booster: the packs before the seats, and the lights of who has picked.
+    void lookAtPasses() {
+        Cards cards;
+        std::bitset<kSeats> picked;
+        const int size = server_.booster().seatPack(0).size() + server_.booster().seatPicked(0);
+        for (int i = 0; i < server_.table().playerCount; ++i) {
+            const Pack& pack = server_.booster().seatPack(i);
+            picked.set(static_cast<std::size_t>(i), server_.booster().seatPicked(i));
+            check(pack.size() + server_.booster().seatPicked(i) == size, "unequal packs");
+            add(pack, cards);
+        }
+        check((cards & ~onTable_).none(), "a card appears from nowhere");
+        onTable_ = cards;
+        for (const Peer& peer : peers_) {
+            check(peer.state != LinkState::Open || peer.position < 0 || peer.answered == picked,
+                  "a client's lights are not the server's");
+        }
+    }
+
+    void add(const Pack& pack, Cards& cards) const {
+        std::string_view rest = pack.text();
+        for (; !rest.empty(); rest.remove_prefix(rest.find(kFieldEnd) + 1)) {
+            const int behind = dealt_ - readId(rest.substr(1));
+            check(behind >= 0 && behind < kMostOnTable, "no card of this round");
+            check(!cards.test(static_cast<std::size_t>(behind)), "a card twice");
+            cards.set(static_cast<std::size_t>(behind));
+        }
+    }
+
+    // Whether somebody owes an answer, or the tick one for him, or a loss is yet to be found.
+    bool canGoOn() const {
+        bool lost = false;
+        for (const int seat : server_.players()) {
+            const Peer& peer = at(seat + 1);
+            lost = lost || server_.seat(seat).dropped;
+            if (peer.state == LinkState::Broken || !peer.answer.empty()) {
+                return true;
+            }
+        }
+        return lost && ticks_;
     }
 
     int cardsLeft() const {
@@ -244,11 +279,48 @@ private:
     }
 
     // What a client does with a message.
-    void hear(int num, const std::string& text) {
+    void hear(int num, std::string_view text) {
         Peer& peer = at(num);
-        const std::string command = text.substr(0, kCommandLength);
-        const std::string body = text.size() > kCommandLength ? text.substr(kCommandLength) : "";
-        if (command == "NAME") {
+        const std::string_view command = text.substr(0, kCommandLength);
+        const std::string_view body = text.substr(command.size());
+        if (command == "BSTA" || command == "RSTA") {
+            peer.picks += command == "BSTA" ? 1 : 0;
+            // An onlooker of a Booster draft is not told when the next pass begins.
+            if (rochester_ || peer.position >= 0) {
+                const auto position = static_cast<std::size_t>(body[0] - '0');
+                check(!peer.answered.test(position), "a seat answers twice");
+                peer.answered.set(position);
+            }
+        } else if (command == "BOOS") {
+            const auto pack = Pack::read(body);
+            check(pack && (rochester_ || !pack->empty()), "no pack");
+            if (rochester_) {
+                peer.pack = *pack;
+                return;
+            }
+            check(peer.position >= 0, "a pack for an onlooker");
+            check(server_.booster().seatPack(peer.position) == *pack, "not the seat's pack");
+            peer.answered.reset();
+            const int taken = upTo(pack->size());
+            peer.answer.assign("CARD").append(pack->card(taken)).append("~BPCK");
+            peer.answer.append(pack->without(taken).text()).append("~");
+        } else if (command == "RPCK") {
+            const int row = readId(body.substr(1));
+            check(row >= 0 && row < peer.pack.size(), "no such row");
+            peer.pack.remove(row);
+            ++peer.picks;
+        } else if (command == "TURN") {
+            check(body[0] - '1' == server_.rochester().turnPosition(), "another one's turn");
+            check(!peer.pack.empty(), "a turn without a card");
+            if (body[0] - '1' == peer.position) {
+                peer.answer = chance(0.2) ? "RAND~RPCK" : "RPCK";
+                peer.answer += std::to_string(upTo(peer.pack.size())) + "~";
+            }
+        } else if (command == "REVW" || command == "RPAU") {
+            check(command == "REVW" || peer.pack.empty(), "a pause over a pack");
+            peer.answer = command == "REVW" ? "RROK~" : "RPOK~";
+            peer.answered.reset();
+        } else if (command == "NAME") {
             peer.names.at(static_cast<std::size_t>(body[0] - '0')) = body.substr(1);
         } else if (command == "DROP") {
             peer.names.at(static_cast<std::size_t>(body[0] - '0')).clear();
@@ -256,39 +328,7 @@ private:
             peer.position = body[1] - '0';
         } else if (command == "PONG") {
             check(--peer.pings >= 0, "an answer to nobody's ping");
-        } else if (command == "BOOS") {
-            peer.pack = readFields(body);
-            if (!rochester_) {
-                check(peer.position >= 0, "a pack for an onlooker");
-                check(server_.booster().seatPack(peer.position).text() == body,
-                      "not the pack before the seat");
-                peer.answer = boosterPick(peer);
-            }
-        } else if (command == "REVW" || command == "RPAU") {
-            check(command == "REVW" || peer.pack.empty(), "a pause over a pack");
-            peer.answer = command == "REVW" ? "RROK~" : "RPOK~";
-            peer.answered.clear();
-        } else if (command == "RSTA") {
-            check(peer.answered.insert(body).second, "a seat answers twice");
-        } else if (command == "TURN" && body[0] - '1' == peer.position) {
-            check(!peer.pack.empty(), "a turn without a card");
-            peer.answer = (chance(0.2) ? "RAND~RPCK" : "RPCK") +
-                          std::to_string(upTo(static_cast<int>(peer.pack.size()))) + "~";
-        } else if (command == "RPCK") {
-            const auto row = static_cast<std::size_t>(std::stoi(body.substr(1)));
-            check(row < peer.pack.size(), "no such row");
-            peer.pack.erase(peer.pack.begin() + static_cast<std::ptrdiff_t>(row));
         }
-    }
-
-    std::string boosterPick(Peer& peer) {
-        const auto taken =
-            static_cast<std::size_t>(upTo(std::max(static_cast<int>(peer.pack.size()), 1)));
-        std::string rest;
-        for (std::size_t i = 0; i < peer.pack.size(); ++i) {
-            rest += i == taken ? "" : peer.pack[i] + kFieldEnd;
-        }
-        return peer.pack.empty() ? "" : "CARD" + peer.pack[taken] + "~BPCK" + rest + "~";
     }
 
     LinkState state(int num) const override { return at(num).state; }
@@ -299,9 +339,9 @@ private:
         Peer& peer = at(num);
         check(peer.state == LinkState::Open, "a write to a link that is not open");
         check(bytes.ends_with(kTerminator), "half a message");
-        peer.heard.append(bytes);
-        while (const auto message = peer.heard.next()) {
-            hear(num, *message);
+        for (std::size_t end; (end = bytes.find(kTerminator)) != std::string_view::npos;) {
+            hear(num, bytes.substr(0, end));
+            bytes.remove_prefix(end + 1);
         }
         if (chance(lobby_ ? 0.005 : lossInWrite_)) {
             Peer& broken = upTo(2) == 0 ? peer : at(upTo(kSeats) + 1);
@@ -323,29 +363,22 @@ private:
     bool haltsOnDrop() const override { return halts_; }
     bool isSilent() const override { return false; }
 
-    void showSeat(int, const std::string&) override {}
-    void showPlayer(int, const std::string&, const std::string&) override {}
-    void blink(int) override {}
-    void showCode(int, std::int32_t) override {}
-    void showPong(int) override {}
     void wantTicks() override { ticks_ = true; }
     void wantTurn() override { turn_ = true; }
     std::vector<Pack> dealPacks(int, int count) override {
         check(cardsLeft() == 0, "a pack is opened over another");
-        onTable_.clear();
         std::vector<Pack> packs(static_cast<std::size_t>(count));
         for (Pack& pack : packs) {
             for (int i = 0; i < cards_; ++i) {
                 pack.add("U" + std::to_string(++dealt_));
-                onTable_.insert("U" + std::to_string(dealt_));
             }
         }
+        onTable_ = ~Cards() >> static_cast<std::size_t>(kMostOnTable - count * cards_);
         return packs;
     }
     void cardDataFailed() override { check(false, "no pack"); }
 
     std::mt19937_64 random_;
-    std::uniform_real_distribution<double> uniform_{0.0, 1.0};
     bool rochester_ = false;
     int packs_ = 3;
     int cards_ = 15;
@@ -358,17 +391,20 @@ private:
     bool ticks_ = false;
     bool turn_ = false;
     int dealt_ = 0;
-    mutable std::multiset<std::string> onTable_;  // Booster: the cards that nobody has taken
-    DraftServer server_{*this, *this, *this, [this] { return uniform_(random_); }};
+    Cards onTable_;  // Booster: the cards that nobody has taken
+    DraftServer server_{*this, *this, *this, [this] { return draw(); }};
 };
 
 }  // namespace
 }  // namespace packwise
 
 int main(int argc, char** argv) {
+    using Clock = std::chrono::steady_clock;
+    using Seconds = std::chrono::duration<double>;
     const unsigned long drafts = argc > 1 ? std::stoul(argv[1]) : 10000;
     const unsigned long seed = argc > 2 ? std::stoul(argv[2]) : 1;
-    const auto start = std::chrono::steady_clock::now();
+    const Clock::time_point start = Clock::now();
+    Clock::time_point told = start;
     for (unsigned long i = 0; i < drafts; ++i) {
         try {
             packwise::Simulation(seed + i).play();
@@ -376,8 +412,13 @@ int main(int argc, char** argv) {
             std::printf("draft of seed %lu: %s\n", seed + i, broken.what());
             return 1;
         }
+        if (i % 1000 == 0 && Clock::now() - told > std::chrono::seconds(5)) {
+            told = Clock::now();
+            const double rate = static_cast<double>(i) / Seconds(told - start).count();
+            std::fprintf(stderr, "%lu of %lu drafts, %.0f a second\n", i, drafts, rate);
+        }
     }
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    std::printf("%lu drafts in %.1f s, all invariants held\n", drafts, took.count());
+    std::printf("%lu drafts in %.1f s, all invariants held\n", drafts,
+                Seconds(Clock::now() - start).count());
     return 0;
 }
