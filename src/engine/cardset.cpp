@@ -94,8 +94,11 @@ Pool poolOf(char mark) {
 }
 
 bool isToken(std::string_view text) {
+    // One pass over the bytes: find_first_of() would search its set anew for each, which is half
+    // of the time that a list takes.
     return text.size() >= kShortestToken && text.size() <= kMostTokenBytes &&
-           text.find_first_of("|~\r\n") == std::string_view::npos;
+           std::none_of(text.begin(), text.end(),
+                        [](char c) { return c == '|' || c == '~' || c == '\r' || c == '\n'; });
 }
 
 // A blank line is never dealt.
