@@ -16,7 +16,6 @@ namespace packwise::bench {
 namespace {
 
 constexpr int kPatience = 5000;  // milliseconds
-constexpr int kCards = 15;
 
 void noDelay(int fd) {
     const int on = 1;
@@ -70,10 +69,10 @@ double seconds(std::chrono::steady_clock::time_point from) {
 
 }  // namespace
 
-std::string makePack(int cards, int seat) {
-    std::string pack;
+Pack makePack(int cards, int seat) {
+    Pack pack;
     for (int card = 0; card < cards; ++card) {
-        pack += "UBenchmark Card " + std::to_string(seat * 100 + card) + "|";
+        pack.add("UBenchmark Card " + std::to_string(seat * 100 + card));
     }
     return pack;
 }
@@ -106,8 +105,9 @@ bool PassClients::join(std::uint16_t port) {
             return false;
         }
         noDelay(player.fd);
-        writeAll(player.fd, "VERS1.41~NAMEP" + std::to_string(++number) + "~");
-        if (!waitFor([&] { return player.named; })) {
+        writeAll(player.fd, to_server::Version{{std::string(kProtocolVersion)}}.write() +
+                                to_server::Name{"P" + std::to_string(++number)}.write());
+        if (!waitFor([&] { return player.joined; })) {
             return false;
         }
     }
@@ -115,49 +115,53 @@ bool PassClients::join(std::uint16_t port) {
 }
 
 bool PassClients::readSome(int timeoutMilliseconds) {
-    std::array<pollfd, kPlayers> waits;
+    std::array<pollfd, kSeats> waits;
     for (std::size_t i = 0; i < players_.size(); ++i) {
         waits[i] = {players_[i].fd, POLLIN, 0};
     }
     if (::poll(waits.data(), waits.size(), timeoutMilliseconds) <= 0) {
         return false;
     }
+    std::string bytes;
     for (std::size_t i = 0; i < players_.size(); ++i) {
-        if (waits[i].revents != 0) {
-            if (!readInto(players_[i].fd, players_[i].buffer)) {
-                return false;
-            }
-            take(players_[i]);
+        if (waits[i].revents == 0) {
+            continue;
+        }
+        Player& player = players_[i];
+        bytes.clear();
+        if (!readInto(player.fd, bytes)) {
+            return false;
+        }
+        player.stream.append(bytes);
+        while (const auto message = player.stream.next()) {
+            dispatchTo<to_client::Picked, to_client::ShowPack, to_client::Name>(*message, player);
         }
     }
     return true;
 }
 
-void PassClients::take(Player& player) {
-    std::string message;
-    while (nextMessage(player.buffer, message)) {
-        if (message.starts_with("BOOS")) {
-            player.pack = message.substr(4);
-            player.hasPack = true;
-        } else if (message.starts_with("BSTA")) {
-            ++player.statesHeard;
-        } else if (message.starts_with("NAME7")) {
-            player.named = true;
-        }
-    }
+void PassClients::Player::on(const to_client::Name& message) {
+    joined = joined || message.seat == kSeats - 1;
+}
+
+void PassClients::Player::on(const to_client::ShowPack& message) {
+    pack = message.pack;
+}
+
+void PassClients::Player::on(const to_client::Picked& /*message*/) {
+    ++picksHeard;
 }
 
 void PassClients::pick(Player& player) {
-    const std::size_t end = player.pack.find('|');
-    player.hasPack = false;
-    writeAll(player.fd, "CARD" + player.pack.substr(0, end) + "~");
-    writeAll(player.fd, "BPCK" + player.pack.substr(end + 1) + "~");
+    writeAll(player.fd, to_server::Card{std::string(player.pack.card(0))}.write());
+    writeAll(player.fd, to_server::PackBack{player.pack.without(0)}.write());
+    player.pack = {};
 }
 
 bool PassClients::play(int passes, bool measure, DraftTimes& times) {
     const auto allHavePacks = [this] {
-        return std::all_of(players_.begin(), players_.end(),
-                           [](const Player& player) { return player.hasPack; });
+        return std::none_of(players_.begin(), players_.end(),
+                            [](const Player& player) { return player.pack.empty(); });
     };
     if (!waitFor(allHavePacks)) {
         return false;
@@ -176,13 +180,12 @@ bool PassClients::play(int passes, bool measure, DraftTimes& times) {
             continue;
         }
         for (Player& player : players_) {
-            player.statesHeard = 0;
+            player.picksHeard = 0;
         }
-        std::for_each(players_.begin(), players_.end() - 1,
-                      [this](Player& player) { pick(player); });
+        std::for_each(players_.begin(), players_.end() - 1, pick);
         if (!waitFor([this] {
                 return std::all_of(players_.begin(), players_.end(), [](const Player& player) {
-                    return player.statesHeard == kPlayers - 1;
+                    return player.picksHeard == kSeats - 1;
                 });
             })) {
             return false;
@@ -216,7 +219,7 @@ BareServer::~BareServer() {
 }
 
 void BareServer::run(int passes) {
-    constexpr std::size_t kPlayers = PassClients::kPlayers;
+    constexpr std::size_t kPlayers = kSeats;
     std::array<pollfd, kPlayers> peers{};
     std::array<std::string, kPlayers> buffers;
     std::array<std::string, kPlayers> packs;
@@ -234,7 +237,7 @@ void BareServer::run(int passes) {
     }
     const auto deal = [&] {
         for (std::size_t seat = 0; seat < kPlayers; ++seat) {
-            packs[seat] = makePack(kCards, static_cast<int>(seat));
+            packs[seat] = makePack(kMostCardsInPack, static_cast<int>(seat)).text();
         }
     };
     const auto handOut = [&] {

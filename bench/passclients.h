@@ -2,6 +2,9 @@
 // machine and pick at once, and they take the time.
 #pragma once
 
+#include "protocol/framing.h"
+#include "protocol/messages.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -16,8 +19,6 @@ struct DraftTimes {
 
 class PassClients {
 public:
-    static constexpr int kPlayers = 8;
-
     ~PassClients();
 
     // Connects eight players, one after the other, and joins as "P1" to "P8". False on failure.
@@ -31,24 +32,27 @@ public:
 private:
     struct Player {
         int fd = -1;
-        std::string buffer;
-        std::string pack;
-        bool hasPack = false;
-        int statesHeard = 0;  // BSTA since the last call of forgetStates()
-        bool named = false;
+        MessageSplitter stream;
+        Pack pack;           // empty while none is there to pick from
+        int picksHeard = 0;  // since play() has last set it to 0
+        bool joined = false;
+
+        void on(const to_client::Name& message);
+        void on(const to_client::ShowPack& message);
+        void on(const to_client::Picked& message);
     };
 
     bool readSome(int timeoutMilliseconds);
-    void take(Player& player);
-    void pick(Player& player);
+    static void pick(Player& player);
     template <class Condition>
     bool waitFor(Condition condition);
 
-    std::array<Player, kPlayers> players_;
+    std::array<Player, kSeats> players_;
 };
 
-// A server of the same protocol without Qt: it greets, deals, and passes packs on in a poll loop,
-// with one write for each message, as the real one does.
+// The least that a server can be: it deals and passes packs on in a poll loop, with one write for
+// each message, as the real one does. It looks at nothing that it need not look at, and so does
+// without the messages' types.
 class BareServer {
 public:
     BareServer();
@@ -63,7 +67,7 @@ private:
     std::uint16_t port_ = 0;
 };
 
-// A pack string of that many cards with names of an ordinary length.
-std::string makePack(int cards, int seat);
+// A pack of that many cards with names of an ordinary length.
+Pack makePack(int cards, int seat);
 
 }  // namespace packwise::bench
