@@ -80,9 +80,9 @@ private:
     void wantTicks() override {}
     void wantTurn() override {}
     std::vector<Pack> dealPacks(int /*packIndex*/, int count) override {
-        std::vector<Pack> packs;
+        std::vector<Pack> packs(static_cast<std::size_t>(count));
         for (int seat = 0; seat < count; ++seat) {
-            packs.push_back(bench::makePack(kMostCardsInPack, seat));
+            packs[static_cast<std::size_t>(seat)] = bench::makePack(kMostCardsInPack, seat);
         }
         return packs;
     }
