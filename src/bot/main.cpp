@@ -18,7 +18,8 @@ int main(int argc, char** argv) {
     QTextStream out(&toOutput);
     QTextStream errors(&toErrors);
 
-    const packwise::CommandLine line = packwise::readCommandLine(application.arguments());
+    const packwise::CommandLine<BotOptions> line =
+        packwise::readCommandLine(application.arguments());
     if (!line.options) {
         (line.isError ? errors : out) << line.text << (line.isError ? "\n" : "");
         return line.isError ? 1 : 0;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kMostDelay = 3600;  // seconds
 
-CommandLine wrong(const QString& text) {
+CommandLine<BotOptions> wrong(const QString& text) {
     return {std::nullopt, text + u" See --help."_s, true};
 }
 
@@ -49,7 +49,7 @@ void addOptions(QCommandLineParser& parser) {
 
 }  // namespace
 
-CommandLine readCommandLine(const QStringList& arguments) {
+CommandLine<BotOptions> readCommandLine(const QStringList& arguments) {
     QCommandLineParser parser;
     addOptions(parser);
     if (!parser.parse(arguments)) {

@@ -1,6 +1,8 @@
 // The command line.
 #pragma once
 
+#include "platform/commandline.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -19,13 +21,7 @@ struct BotOptions {
     int delay = 800;  // milliseconds before each answer; with the link, still under a second
 };
 
-struct CommandLine {
-    std::optional<BotOptions> options;  // none when there is only something to tell
-    QString text;                       // help, version, or what is wrong
-    bool isError = false;
-};
-
 // `arguments` begins with the program's name.
-CommandLine readCommandLine(const QStringList& arguments);
+CommandLine<BotOptions> readCommandLine(const QStringList& arguments);
 
 }  // namespace packwise

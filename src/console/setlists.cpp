@@ -1,18 +1,15 @@
 // The lists of sets: what they offer, which of it can be dealt from, and the look at the card data
 // before a draft.
 #include "console/frmserver.h"
-#include "engine/dealing.h"
 #include "platform/codepage.h"
+#include "platform/setfiles.h"
 #include "platform/settings.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QRadioButton>
 #include <QStandardItemModel>
 
 #include <filesystem>
-#include <optional>
-#include <random>
 #include <set>
 #include <string>
 #include <system_error>
@@ -23,38 +20,24 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// A set name that could not cross the wire as a field, or not as it is.
-bool breaksMessages(const QString& setName) {
-    return setName.contains(u'~') || setName.contains(u'|') || !fitsCodePage(setName);
-}
-
 std::filesystem::path currentFolder() {
     std::error_code error;
     return std::filesystem::current_path(error);
 }
 
-// "IceAge.pw in the folder /home/ann/cards"
-QString fileOfSet(const QString& setName, std::string_view extension) {
-    return fromBytes(setFileBase(toBytes(setName)) + std::string(extension)) +
-           u" in the folder "_s + QDir::toNativeSeparators(QDir::currentPath());
-}
-
 // What is wrong with a set's files and what the host can do; empty when nothing is.
 QString faultOf(const QString& setName, bool alongLists) {
-    std::mt19937 generator(1);  // any numbers will do, and the same ones at the next press
-    const Draw draw = [&] { return std::uniform_real_distribution<double>(0, 1)(generator); };
-    switch (trySet(currentFolder(), toBytes(setName), alongLists, draw)) {
+    const SetFault fault = tryFilesOf(currentFolder(), setName, alongLists);
+    const QString words = wordsFor(fault, currentFolder(), setName) + u"\n\n"_s;
+    switch (fault) {
         case SetFault::None:
             return {};
         case SetFault::CardsMissing:
-            return u"There is no card file "_s + fileOfSet(setName, kCardFileExtension) +
-                   u".\n\nPut it there, or choose another set."_s;
+            return words + u"Put it there, or choose another set."_s;
         case SetFault::CardsUnusable:
-            return u"The card file "_s + fileOfSet(setName, kCardFileExtension) +
-                   u" is damaged or cannot be read.\n\nReplace it, or choose another set."_s;
+            return words + u"Replace it, or choose another set."_s;
         case SetFault::OrderUnusable:
-            return u"The order file "_s + fileOfSet(setName, kOrderFileExtension) +
-                   u" is damaged or cannot be read.\n\nReplace it, or clear \"Try real packs\"."_s;
+            return words + u"Replace it, or clear \"Try real packs\"."_s;
     }
     return {};
 }
@@ -97,7 +80,8 @@ void FrmServer::lookForSets() {
             set.setAccessibleDescription({});
             continue;
         }
-        const QString tip = u"There is no card file "_s + fileOfSet(set.text(), kCardFileExtension);
+        const QString tip =
+            u"There is no card file "_s + fileOfSet(folder, set.text(), kCardFileExtension);
         set.setForeground(palette().placeholderText());
         set.setToolTip(u"<span>"_s + tip.toHtmlEscaped() + u"</span>"_s);
         set.setAccessibleDescription(tip);

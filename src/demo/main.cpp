@@ -83,7 +83,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     applyLook(application);
 
-    DemoCommandLine line = readDemoCommandLine(QApplication::arguments());
+    CommandLine<DemoOptions> line = readDemoCommandLine(QApplication::arguments());
     if (!line.options) {
         QTextStream(line.isError ? stderr : stdout) << line.text << (line.isError ? "\n" : "");
         return line.isError ? 1 : 0;

@@ -10,7 +10,7 @@ namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
 
-DemoCommandLine readDemoCommandLine(const QStringList& arguments) {
+CommandLine<DemoOptions> readDemoCommandLine(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Plays a whole draft of eight with the windows of Packwise, and keeps the decks and "
@@ -26,7 +26,7 @@ DemoCommandLine readDemoCommandLine(const QStringList& arguments) {
     parser.addOptions({into, rochester, seed, offscreen, help});
 
     const auto wrong = [](const QString& text) {
-        return DemoCommandLine{std::nullopt, u"packwise-demo: "_s + text, true};
+        return CommandLine<DemoOptions>{std::nullopt, u"packwise-demo: "_s + text, true};
     };
     if (!parser.parse(arguments)) {
         return wrong(parser.errorText());

@@ -1,11 +1,12 @@
 // The demonstration's command line.
 #pragma once
 
+#include "platform/commandline.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <cstdint>
-#include <optional>
 
 namespace packwise {
 
@@ -16,14 +17,8 @@ struct DemoOptions {
     std::uint64_t seed = 0;  // of every draw and every taste
 };
 
-struct DemoCommandLine {
-    std::optional<DemoOptions> options;  // none when there is only something to tell
-    QString text;                        // help, or what is wrong
-    bool isError = false;
-};
-
 // `arguments` begins with the program's name.
-DemoCommandLine readDemoCommandLine(const QStringList& arguments);
+CommandLine<DemoOptions> readDemoCommandLine(const QStringList& arguments);
 
 // Whether these arguments, or the lack of a display, ask for windows that nobody sees. To be known
 // before there is a QApplication.

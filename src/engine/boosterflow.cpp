@@ -49,6 +49,7 @@ void BoosterFlow::startRound() {
 }
 
 void BoosterFlow::handOutPacks() {
+    ++step_;
     for (std::size_t i = 0; i < static_cast<std::size_t>(table_.playerCount); ++i) {
         seatPicked_[i] = false;
         const int socket = table_.socketAt[i];

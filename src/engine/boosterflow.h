@@ -25,6 +25,9 @@ public:
     void onRandomsTick();
 
     bool running() const { return running_; }
+    // Whether the draft waits for the pick of a table position.
+    bool awaits(int position) const { return running_ && !seatPicked(position); }
+    int step() const { return step_; }            // goes up with each pass and each round
     int picksIn() const { return picksIn_; }      // 0 to playerCount
     int direction() const { return direction_; }  // +1 or -1
     const Pack& seatPack(int position) const;
@@ -41,6 +44,7 @@ private:
     bool running_ = false;
     int direction_ = 1;
     int picksIn_ = 0;
+    int step_ = 0;
     std::array<Pack, kSeats> seatPack_;
     std::array<bool, kSeats> seatPicked_{};
 };

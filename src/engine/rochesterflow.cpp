@@ -44,6 +44,7 @@ void RochesterFlow::openPack() {
     orderTurns();
     rochTurn_ = 0;
     answered_.fill(false);
+    ++step_;
     phase_ = Phase::Review;
     host_.broadcastInDraft(to_client::Review{}.write());
 }
@@ -128,6 +129,7 @@ void RochesterFlow::nextTurn() {
         endPack();
         return;
     }
+    ++step_;
     const int seat = rochOrder_[static_cast<std::size_t>(rochTurn_)];
     if (lost(static_cast<std::size_t>(seat - 1))) {
         host_.enableRandoms();
@@ -143,6 +145,7 @@ void RochesterFlow::endPack() {
         return;
     }
     answered_.fill(false);
+    ++step_;
     phase_ = Phase::Pause;
     host_.broadcastInDraft(to_client::Pause{}.write());
 }
@@ -218,6 +221,12 @@ bool RochesterFlow::lost(std::size_t position) const {
 
 int RochesterFlow::turnPosition() const {
     return phase_ == Phase::Turns ? rochOrder_[static_cast<std::size_t>(rochTurn_)] - 1 : -1;
+}
+
+bool RochesterFlow::awaits(int position) const {
+    const bool answering = phase_ == Phase::Review || phase_ == Phase::Pause;
+    return answering ? !answered_.at(static_cast<std::size_t>(position))
+                     : running() && position == turnPosition();
 }
 
 int RochesterFlow::answers() const {

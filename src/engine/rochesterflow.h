@@ -35,6 +35,9 @@ public:
     void onRandomsTick();
 
     bool running() const { return phase_ != Phase::Idle; }
+    // Whether the draft waits for an answer or the pick of a table position.
+    bool awaits(int position) const;
+    int step() const { return step_; }            // goes up with each review, turn and pause
     int rochSet() const { return rochSet_; }      // 1 to packCount
     int rochCards() const { return rochCards_; }  // 0 to 15
     int rochTurn() const { return rochTurn_; }    // 0 to rochCards
@@ -66,6 +69,7 @@ private:
     int rochSet_ = 0;
     int rochCards_ = 0;
     int rochTurn_ = 0;
+    int step_ = 0;
     bool rochRandom_ = false;
     bool busy_ = false;
     std::array<int, kMostCardsInPack> rochOrder_{};  // seat numbers, 1 to playerCount

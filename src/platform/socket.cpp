@@ -98,7 +98,10 @@ Socket::~Socket() = default;
 bool Socket::listen() {
     close();
     listener_ = std::make_unique<Listener>(*this);
-    if (!listener_->listen(QHostAddress::AnyIPv4, localPort_)) {
+    const QHostAddress address =
+        localAddress_.isEmpty() ? QHostAddress(QHostAddress::AnyIPv4) : QHostAddress(localAddress_);
+    if (!listener_->listen(address, localPort_)) {
+        listenFault_ = listener_->errorString();
         listener_.reset();
         return false;
     }

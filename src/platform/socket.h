@@ -46,8 +46,12 @@ public:
     // in use.
     quint16 localPort() const { return localPort_; }
     void setLocalPort(quint16 port) { localPort_ = port; }
-    // Begins to listen on all addresses. False when the port cannot be had; the state is then 0.
+    // The address of this machine to listen on, in dotted decimal; empty for all.
+    void setLocalAddress(const QString& address) { localAddress_ = address; }
+    // Begins to listen. False when the port cannot be had on that address; the state is then 0 and
+    // listenFault() says why.
     bool listen();
+    QString listenFault() const { return listenFault_; }
 
     // Takes the connection of a connectionRequest(), within its handler; the state becomes 7, or 9
     // when it is gone already.
@@ -98,6 +102,8 @@ private:
 
     State state_ = Closed;
     quint16 localPort_ = 0;
+    QString localAddress_;
+    QString listenFault_;
     QString remoteHost_;
     quint16 remotePort_ = 0;
     QString remoteHostIp_;

@@ -78,6 +78,18 @@ void DraftServer::deal() {
     }
 }
 
+std::vector<int> DraftServer::awaited() const {
+    std::vector<int> seats;
+    for (const int seatIndex : players_) {
+        const int position = table_.tableOf.at(static_cast<std::size_t>(seatIndex));
+        if (state_ == State::Drafting && position >= 0 && !seat(seatIndex).dropped &&
+            (booster_.awaits(position) || rochester_.awaits(position))) {
+            seats.push_back(seatIndex);
+        }
+    }
+    return seats;
+}
+
 void DraftServer::tick() {
     if (state_ == State::Drafting) {
         booster_.onRandomsTick();

@@ -88,6 +88,11 @@ public:
     void seatAt(int seatIndex, int position);
     void deal();
 
+    // Whom the draft waits for, by seat index; lost seats apart.
+    std::vector<int> awaited() const;
+    // Goes up whenever the draft begins to wait for something new.
+    int step() const { return booster_.step() + rochester_.step(); }
+
     // Writes to a socket number / to the sockets 1 to 8. A broken link costs its seat, once what
     // had come from it is handled; a free one swallows what is written to it.
     void send(int num, std::string_view message);
