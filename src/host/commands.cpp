@@ -115,10 +115,11 @@ void Host::onPlayer(const Typed& typed) const {
     std::copy_if(typed.tables.begin(), typed.tables.end(), std::back_inserter(meant),
                  [&](const HostTable* table) { return table->socketOf(typed.rest) > 0; });
     if (meant.size() != 1) {
-        say_(meant.empty() ? u"Nobody is called \"%1\". Type list."_s.arg(typed.rest)
-                           : u"Several tables have one of that name. Type for instance \"%1 %2 %3\"."_s
-                                 .arg(numberOf(meant.front()))
-                                 .arg(typed.verb, typed.rest));
+        say_(meant.empty()
+                 ? u"Nobody is called \"%1\". Type list."_s.arg(typed.rest)
+                 : u"Several tables have one of that name. Type for instance \"%1 %2 %3\"."_s
+                       .arg(numberOf(meant.front()))
+                       .arg(typed.verb, typed.rest));
         return;
     }
     HostTable& table = *meant.front();

@@ -59,9 +59,8 @@ void HostTable::makeSockets() {
         connect(sockets_[i], &Socket::peerClosed, this, arrived);
     }
     sockets_[0]->setLocalAddress(options_.address);
-    connect(sockets_[0], &Socket::connectionRequest, this, [this](ConnectionRequest& request) {
-        run([&] { links_.admit(*server_, request); });
-    });
+    connect(sockets_[0], &Socket::connectionRequest, this,
+            [this](ConnectionRequest& request) { run([&] { links_.admit(*server_, request); }); });
 }
 
 void HostTable::makeServer() {

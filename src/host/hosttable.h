@@ -132,8 +132,8 @@ private:
     SocketLinks links_{sockets_};
     std::unique_ptr<DraftServer> server_;
     QTimer* seconds_;
-    QTimer* ticks_;  // every two seconds, once wanted
-    QTimer* turns_;  // at the next turn of the event loop
+    QTimer* ticks_;    // every two seconds, once wanted
+    QTimer* turns_;    // at the next turn of the event loop
     QTimer* leaving_;  // until the players have closed
 
     Phase phase_ = Phase::Closed;

@@ -25,8 +25,9 @@ int main(int argc, char** argv) {
     packwise::Interrupt interrupt;
     packwise::Host host(*line.options, [&out](const QString& text) { out << text << Qt::endl; });
     QObject::connect(&interrupt, &packwise::Interrupt::interrupted, &host, &packwise::Host::quit);
-    QObject::connect(&host, &packwise::Host::finished, &application,
-                     [](int status) { QCoreApplication::exit(status); }, Qt::QueuedConnection);
+    QObject::connect(
+        &host, &packwise::Host::finished, &application,
+        [](int status) { QCoreApplication::exit(status); }, Qt::QueuedConnection);
     if (const QString fault = host.open(); !fault.isEmpty()) {
         errors << fault << Qt::endl;
         return 1;

@@ -34,15 +34,14 @@ QList<QCommandLineOption> allOptions() {
     return {
         {u"sets"_s, u"The sets of the packs, 3 to 6 names, one after the other."_s, u"SET..."_s},
         {u"rochester"_s, u"A Rochester draft, not a Booster."_s},
-        {u"timed"_s, u"Rochester: so many seconds for a pick, 1 to 30 (no clock)."_s,
-         u"SECONDS"_s},
+        {u"timed"_s, u"Rochester: so many seconds for a pick, 1 to 30 (no clock)."_s, u"SECONDS"_s},
         {u"real"_s, u"Deal along the order files of the sets that have one."_s},
         {u"halt-on-drop"_s, u"A player who is lost ends the draft."_s},
         {u"silent"_s, u"Nobody can chat."_s},
         {u"cards"_s, u"Where the card files are (current folder)."_s, u"FOLDER"_s, usual.cards},
-        {u"players"_s, usually(u"The draft starts by itself when N are seated, 1 to 8"_s,
-                               usual.players),
-         u"N"_s, QString::number(usual.players)},
+        {u"players"_s,
+         usually(u"The draft starts by itself when N are seated, 1 to 8"_s, usual.players), u"N"_s,
+         QString::number(usual.players)},
         {u"again"_s, u"Open the table anew when its draft is over and its players have left."_s},
         {u"linger"_s,
          usually(u"How long a table stays for the decks once its draft is over"_s,
@@ -230,8 +229,7 @@ CommandLine<HostOptions> readHostCommandLine(const QStringList& arguments) {
         return {std::nullopt, asked.helpText(), false};
     }
     if (asked.isSet(u"version"_s)) {
-        return {std::nullopt,
-                u"packwise-host "_s + fromBytes(kProtocolVersion) + u'\n', false};
+        return {std::nullopt, u"packwise-host "_s + fromBytes(kProtocolVersion) + u'\n', false};
     }
     if (!asked.isSet(u"settings"_s)) {
         return optionsOf(asked);
@@ -260,7 +258,8 @@ QString faultOfSets(const HostOptions& options) {
             u"\""_s + set + u"\" cannot be dealt. "_s + wordsFor(fault, folder, set);
         switch (fault) {
             case SetFault::CardsMissing:
-                return what + u" Put it there, name the folder with --cards, or choose another set."_s;
+                return what +
+                       u" Put it there, name the folder with --cards, or choose another set."_s;
             case SetFault::OrderUnusable:
                 return what + u" Replace it, or leave out --real."_s;
             default:

@@ -24,9 +24,9 @@ struct HostOptions {
     quint16 port = 5252;                  // of the first table; each other has the next one
     int tables = 1;
 
-    int players = 8;           // that start the draft, 1 to 8
-    bool again = false;        // a table whose draft is over opens anew
-    int lingerMinutes = 60;    // that a table stays for the decks once its draft is over
+    int players = 8;         // that start the draft, 1 to 8
+    bool again = false;      // a table whose draft is over opens anew
+    int lingerMinutes = 60;  // that a table stays for the decks once its draft is over
 
     std::filesystem::path cardFolder() const { return cards.toStdU16String(); }
 };

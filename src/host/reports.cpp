@@ -54,17 +54,16 @@ QString HostTable::where() const {
     const QString format = options_.isRochester ? u"Rochester"_s : u"Booster"_s;
     switch (server_->state()) {
         case DraftServer::State::Lobby:
-            return secondsToStart_ > 0 ? u"starts in "_s + span(secondsToStart_)
-                                       : u"open, %1 of %2 players are seated"_s
-                                             .arg(server_->namedSeats().size())
-                                             .arg(options_.players);
+            return secondsToStart_ > 0
+                       ? u"starts in "_s + span(secondsToStart_)
+                       : u"open, %1 of %2 players are seated"_s.arg(server_->namedSeats().size())
+                             .arg(options_.players);
         case DraftServer::State::Drafting:
-            return format +
-                   (options_.isRochester
-                        ? u", set %1, pack %2 of %3"_s.arg(server_->rochester().rochSet())
-                              .arg(table.roundNo)
-                              .arg(table.playerCount)
-                        : u", round %1 of %2"_s.arg(table.roundNo).arg(table.packCount));
+            return format + (options_.isRochester
+                                 ? u", set %1, pack %2 of %3"_s.arg(server_->rochester().rochSet())
+                                       .arg(table.roundNo)
+                                       .arg(table.playerCount)
+                                 : u", round %1 of %2"_s.arg(table.roundNo).arg(table.packCount));
         case DraftServer::State::Over:
             return u"the draft is over; the decks are built"_s;
         default:
@@ -168,8 +167,8 @@ void HostTable::showSeat(int seat, const std::string& name) {
         whoLeftTheCount_ = known;
     }
     const bool isLost = isDrafting() && !options_.haltsOnDrop;
-    const QString what = isLost ? u"%1 is lost%2; cards are picked at random there."_s
-                                : u"%1 has left%2."_s;
+    const QString what =
+        isLost ? u"%1 is lost%2; cards are picked at random there."_s : u"%1 has left%2."_s;
     reportCaused(what.arg(known, seatText));
     if (server_->state() == DraftServer::State::Lobby) {
         known.clear();
@@ -185,8 +184,8 @@ void HostTable::showCode(int seat, std::int32_t code) {
 
 void HostTable::showPong(int /*seconds*/) {
     if (pinged_ > 0) {
-        report_(nameOf(std::exchange(pinged_, 0) - 1) + u" answers in %1 ms."_s.arg(
-            sincePing_.elapsed()));
+        report_(nameOf(std::exchange(pinged_, 0) - 1) +
+                u" answers in %1 ms."_s.arg(sincePing_.elapsed()));
     }
 }
 
@@ -204,11 +203,10 @@ void HostTable::wantTurn() {
 }
 
 std::vector<Pack> HostTable::dealPacks(int packIndex, int count) {
-    report_((options_.isRochester
-                 ? u"Set %1, pack %2 of %3: "_s.arg(packIndex + 1)
-                       .arg(server_->table().roundNo)
-                       .arg(server_->table().playerCount)
-                 : u"Round %1 of %2: "_s.arg(packIndex + 1).arg(packCount())) +
+    report_((options_.isRochester ? u"Set %1, pack %2 of %3: "_s.arg(packIndex + 1)
+                                        .arg(server_->table().roundNo)
+                                        .arg(server_->table().playerCount)
+                                  : u"Round %1 of %2: "_s.arg(packIndex + 1).arg(packCount())) +
             options_.sets.value(packIndex) + u'.');
     const DealtRound round =
         dealRound(options_.cardFolder(), setName(packIndex), dealsAlongLists_, count, draw_);

@@ -47,7 +47,7 @@ void Scene::hangUp(int num) {
         at(num).state = LinkState::Broken;
         server.onArrival(num);
     }
-    at(num).heard.clear();
+    at(num).client.heard.clear();
     settle();
 }
 
@@ -166,7 +166,7 @@ void Scene::settle() {
         for (int num = 1; num <= kSeats; ++num) {
             if (at(num).state == LinkState::Broken) {
                 server.onArrival(num);
-                at(num).heard.clear();
+                at(num).client.heard.clear();
                 more = true;
             }
         }
@@ -176,7 +176,8 @@ void Scene::settle() {
 bool Scene::act(const std::function<void(int)>& before) {
     bool acted = false;
     for (int num = 1; num <= kSeats; ++num) {
-        const std::string answer = answerOf(num);
+        const std::string answer =
+            at(num).client.answer(num, choices.rochester, [this] { return next(); });
         if (!answer.empty()) {
             acted = true;
             if (before) {
@@ -200,49 +201,6 @@ void Scene::play(int rounds) {
     }
 }
 
-std::string Scene::answerOf(int num) {
-    Link& link = at(num);
-    std::string answer;
-    while (const auto text = link.heard.next()) {
-        const auto message = readMessage(*text);
-        if (!message) {
-            continue;
-        }
-        const std::string_view command = message->command;
-        const std::string body(message->body);
-        if (command == "PING") {
-            answer += "PONG~";
-        } else if (command == "SEAT" && body[0] - '0' == num - 1) {
-            link.position = body[1] - '0';
-        } else if (command == "BOOS") {
-            link.pack = readFields(body);
-            answer += choices.rochester || link.pack.empty() ? "" : pickBooster(link);
-        } else if (command == "REVW") {
-            answer += "RROK~";
-        } else if (command == "RPAU") {
-            answer += "RPOK~";
-        } else if (command == "TURN" && body[0] - '1' == link.position) {
-            const auto row = next() % link.pack.size();
-            answer += "CARD" + link.pack.at(row) + "~" + (next() % 5 == 0 ? "RAND~" : "") + "RPCK" +
-                      std::to_string(row) + "~";
-        } else if (command == "RPCK") {
-            link.pack.erase(link.pack.begin() + std::stoi(body.substr(1)));
-        } else if (command == "OVER") {
-            answer += "CODE" + std::to_string(40000 + num) + "~";
-        }
-    }
-    return answer;
-}
-
-std::string Scene::pickBooster(Link& link) {
-    const auto taken = next() % link.pack.size();
-    std::string rest;
-    for (std::size_t i = 0; i < link.pack.size(); ++i) {
-        rest += i == taken ? "" : link.pack[i] + '|';
-    }
-    return "CARD" + link.pack.at(taken) + "~BPCK" + rest + "~";
-}
-
 std::uint64_t Scene::next() {
     random_ ^= random_ << 13U;
     random_ ^= random_ >> 7U;
@@ -257,7 +215,7 @@ std::string Scene::address(int num) const {
 void Scene::write(int num, std::string_view bytes) {
     Link& link = at(num);
     note(std::to_string(num) + ' ' + std::string(bytes));
-    link.heard.append(bytes);
+    link.client.heard.append(bytes);
     if (++link.writes == link.breaksAt) {
         note(std::to_string(num) + " breaks");
         link.state = LinkState::Broken;

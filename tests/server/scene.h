@@ -2,7 +2,7 @@
 // what comes in, which link breaks at which write. Socket numbers are 1 to 8.
 #pragma once
 
-#include "protocol/framing.h"
+#include "server/drafter.h"
 #include "server/draftserver.h"
 #include "server/quietview.h"
 
@@ -65,9 +65,7 @@ private:
         std::string arrived;
         int writes = 0;
         int breaksAt = 0;
-        MessageSplitter heard;
-        int position = -1;
-        std::vector<std::string> pack;  // as its client shows it
+        Drafter client;
     };
 
     Link& at(int num) { return links_.at(static_cast<std::size_t>(num)); }
@@ -77,8 +75,6 @@ private:
     bool nobodyIsLeft();
     void startAsTheHost();
     void settle();
-    std::string answerOf(int num);
-    std::string pickBooster(Link& link);
     std::uint64_t next();
     double draw() { return static_cast<double>(next() >> 11U) * 0x1.0p-53; }
 
