@@ -1,0 +1,202 @@
+// The program itself, with players of its own kind and others.
+#include "engine/deckfile.h"
+#include "engine/samplefiles.h"
+#include "host/options.h"
+#include "support/peer.h"
+
+namespace packwise {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr int kPatience = 30'000;  // milliseconds; only a failing test waits that long
+
+class HostProgram : public testing::Test {
+protected:
+    sample::TempFolder cards;
+    QTemporaryDir decks;
+    QProcess host;
+    std::vector<std::unique_ptr<QProcess>> bots;
+    std::string told;
+    quint16 port = freePort();
+
+    HostProgram() {
+        cards.write("Sample.pw", sample::wholeSet());
+        cards.write("Sample.ord", "broken");
+        host.setProcessChannelMode(QProcess::MergedChannels);
+    }
+    ~HostProgram() override {
+        for (const auto& each : bots) {
+            each->kill();
+            each->waitForFinished();
+        }
+        if (host.state() != QProcess::NotRunning) {
+            host.kill();
+            host.waitForFinished();
+        }
+    }
+
+    QString cardFolder() const { return QString::fromStdString(cards.path().string()); }
+
+    void start(const QStringList& more) {
+        told.clear();
+        host.start(QStringLiteral(PACKWISE_HOST),
+                   QStringList{u"--sets"_s, u"Sample"_s, u"Sample"_s, u"Sample"_s, u"--cards"_s,
+                               cardFolder(), u"--port"_s, QString::number(port)} +
+                       more);
+    }
+    bool tells(const std::string& text, int times = 1) {
+        return QTest::qWaitFor(
+            [&] {
+                told += host.readAll().toStdString();
+                int found = 0;
+                for (std::size_t at = 0; (at = told.find(text, at)) != told.npos; ++at) {
+                    ++found;
+                }
+                return found >= times;
+            },
+            kPatience);
+    }
+    void type(const char* line) { host.write(line); }
+    void bring(int players, int table = 0) {
+        auto party = std::make_unique<QProcess>();
+        party->setStandardOutputFile(QProcess::nullDevice());
+        party->start(
+            QStringLiteral(PACKWISE_BOT),
+            {u"--seats"_s, QString::number(players), u"--port"_s, QString::number(port + table),
+             u"--decks"_s, decks.path(), u"--delay"_s, u"0"_s, u"--cards"_s, cardFolder()});
+        bots.push_back(std::move(party));
+    }
+    void sendBotsHome() {
+        for (const auto& each : bots) {
+            each->terminate();
+            EXPECT_TRUE(each->waitForFinished(kPatience));
+        }
+        bots.clear();
+    }
+    // The exit status once the program has ended by itself; -1 when it has not.
+    int status() {
+        const bool ended =
+            QTest::qWaitFor([this] { return host.state() == QProcess::NotRunning; }, kPatience);
+        told += host.readAll().toStdString();
+        return ended && host.exitStatus() == QProcess::NormalExit ? host.exitCode() : -1;
+    }
+};
+
+TEST_F(HostProgram, HostsEightInEitherFormatAgainAndAgain) {
+    for (const QStringList& format : {QStringList{}, QStringList{u"--rochester"_s}}) {
+        start(format + QStringList{u"--again"_s});
+        ASSERT_TRUE(tells("Listening on port"));
+        for (int draft = 1; draft <= 2; ++draft) {
+            bring(8);
+            ASSERT_TRUE(tells("8 players are seated; the draft starts in 10 seconds", draft));
+            type("start\n");
+            ASSERT_TRUE(tells("has a deck of the code", 8 * draft)) << told;
+            sendBotsHome();
+            ASSERT_TRUE(tells("open anew", draft)) << told;
+        }
+        host.terminate();
+        EXPECT_EQ(status(), 0);
+        const QDir folder(decks.path());
+        const QStringList files = folder.entryList(QDir::Files);
+        EXPECT_EQ(files.size(), 16);
+        for (const QString& name : files) {
+            const auto code = codeOfDeckFile(bytesOf(folder.filePath(name)).toStdString());
+            EXPECT_THAT(told, HasSubstr(" has a deck of the code " + std::to_string(code.value())));
+            QFile::remove(folder.filePath(name));
+        }
+    }
+}
+
+TEST_F(HostProgram, HostsTwoTablesAtOnce) {
+    start({u"--tables"_s, u"2"_s});
+    ASSERT_TRUE(tells("Listening on port"));
+    bring(4, 0);
+    bring(3, 1);
+    ASSERT_TRUE(tells(" has come from 127.0.0.1", 7));
+    type("1 start\n2 start\n");
+    EXPECT_TRUE(tells("table 1: The draft is over"));
+    EXPECT_TRUE(tells("table 2: The draft is over"));
+    EXPECT_TRUE(tells("has a deck of the code", 7));
+    sendBotsHome();
+    EXPECT_EQ(status(), 0) << "nothing is left to do";
+}
+
+TEST_F(HostProgram, TellsThePlayersWhenItIsStoppedInMidDraft) {
+    start({});
+    ASSERT_TRUE(tells("Listening on port"));
+    std::array<Peer, 3> peers;
+    for (std::size_t i = 0; i < peers.size(); ++i) {
+        ASSERT_TRUE(peers[i].connectTo(port));
+        peers[i].say("VERS1.41~NAME\x1b]0;p" + std::to_string(i) + "\x07~");
+        ASSERT_TRUE(peers[i].hearsSometime("~NAME7"));
+    }
+    type("start\n");
+    for (Peer& peer : peers) {
+        EXPECT_TRUE(peer.hearsSometime("BOOS"));
+    }
+    host.terminate();
+    for (Peer& peer : peers) {
+        EXPECT_TRUE(peer.hearsSometime("CLOS~"));
+        EXPECT_TRUE(peer.waitClosed());
+    }
+    EXPECT_EQ(status(), 0);
+    EXPECT_THAT(told, HasSubstr("?]0;p1? has come"));
+    EXPECT_EQ(told.find_first_of("\x1b\x07"), std::string::npos);
+}
+
+TEST_F(HostProgram, StartsNothingWhenSomethingIsWrong) {
+    QTcpServer taken;
+    ASSERT_TRUE(taken.listen(QHostAddress::AnyIPv4, static_cast<quint16>(port + 1)));
+    struct Case {
+        QStringList arguments;
+        int status;
+        const char* line;
+    };
+    for (const Case& c : {
+             Case{{u"--tables"_s, u"2"_s}, 1, "cannot be opened"},
+             Case{{u"--address"_s, u"192.0.2.1"_s}, 1, "cannot be opened"},
+             Case{{u"--sets"_s, u"Else"_s}, 1, "\"Else\" cannot be dealt. There is no card file"},
+             Case{{u"--real"_s}, 1, "leave out --real"},
+             Case{{u"--sets=\x1b"_s, u"a"_s, u"b"_s, u"c"_s}, 2, "3 to 6 sets"},
+             Case{{u"--sets=a|b"_s}, 2, "cannot be a set's name"},
+             Case{{u"--timed"_s, u"20"_s}, 2, "--rochester"},
+             Case{{u"--rochester"_s, u"--timed"_s, u"31"_s}, 2, "1 to 30"},
+             Case{{u"--players"_s, u"9"_s}, 2, "1 to 8"},
+             Case{{u"--port"_s, u"65535"_s, u"--tables"_s, u"2"_s}, 2, "room for all tables"},
+             Case{{u"--address"_s, u"home"_s}, 2, "an address of this machine"},
+             Case{{u"--settings"_s, u"/nowhere"_s}, 2, "cannot be read"},
+             Case{{u"--nonsense"_s}, 2, "nonsense"},
+         }) {
+        start(c.arguments);
+        EXPECT_EQ(status(), c.status) << c.arguments.join(u' ').toStdString();
+        EXPECT_THAT(told, HasSubstr(c.line));
+        EXPECT_EQ(told.find('\n') + 1, told.size()) << told;
+        EXPECT_EQ(told.find('\x1b'), std::string::npos) << told;
+    }
+}
+
+TEST(HostSettings, AreOptionsThatTheCommandLineGoesBefore) {
+    const sample::TempFolder folder;
+    const auto read = [&](const char* file, const QStringList& more) {
+        const QString path = QString::fromStdString(folder.write("host.ini", file).string());
+        return readHostCommandLine(QStringList{u"packwise-host"_s, u"--settings"_s, path} + more);
+    };
+    const char* const file =
+        "; our evenings\nsets=Ice Age, \"Odd, Even\", Alliances\nrochester=true\ntimed=20\n"
+        "again=false\nport=6000\ncards=/srv/a, b\n";
+    const auto options = read(file, {u"--port"_s, u"7000"_s}).options;
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->sets, (QStringList{u"Ice Age"_s, u"Odd, Even"_s, u"Alliances"_s}));
+    EXPECT_EQ(options->cards, u"/srv/a, b"_s);
+    EXPECT_TRUE(options->isRochester && options->isTimed && !options->again);
+    EXPECT_EQ(options->pickSeconds, 20);
+    EXPECT_EQ(options->port, 7000);
+    EXPECT_EQ(read(file, {u"--sets"_s, u"A"_s, u"B"_s, u"C"_s}).options->sets.size(), 3);
+    for (const char* bad : {"colour=red\n", "again=perhaps\n", "port=x\n"}) {
+        EXPECT_TRUE(read(bad, {u"--sets"_s, u"A"_s, u"B"_s, u"C"_s}).isError) << bad;
+    }
+}
+
+}  // namespace
+}  // namespace packwise
