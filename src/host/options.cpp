@@ -10,6 +10,7 @@
 #include <QSettings>
 
 #include <optional>
+#include <set>
 
 namespace packwise {
 
@@ -249,7 +250,8 @@ CommandLine<HostOptions> readHostCommandLine(const QStringList& arguments) {
 
 QString faultOfSets(const HostOptions& options) {
     const std::filesystem::path folder = options.cardFolder();
-    for (const QString& set : options.sets) {
+    const std::set<QString> names(options.sets.begin(), options.sets.end());
+    for (const QString& set : names) {
         const SetFault fault = tryFilesOf(folder, set, options.triesRealPacks);
         if (fault == SetFault::None) {
             continue;
