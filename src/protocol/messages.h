@@ -18,6 +18,15 @@
 
 namespace packwise {
 
+// A command as one number, so that two are compared in one step.
+constexpr std::uint32_t packLetters(std::string_view letters) {
+    std::uint32_t packed = 0;
+    for (std::size_t i = 0; i < kCommandLength; ++i) {
+        packed = packed << 8U | static_cast<unsigned char>(letters[i]);
+    }
+    return packed;
+}
+
 // Reads one message, without its terminator, and calls handler.on(context..., message) with the
 // one of these types that it is. What is unknown, invalid or shorter than a command calls nothing.
 // A handler that lacks one of them does not compile.
@@ -27,8 +36,10 @@ void dispatchTo(std::string_view text, Handler& handler, const Context&... conte
     if (!message) {
         return;
     }
+    const std::uint32_t letters = packLetters(message->command);
     const auto isTaken = [&]<class One>(std::type_identity<One>) {
-        if (message->command != One::kLetters) {
+        constexpr std::uint32_t wanted = packLetters(One::kLetters);
+        if (letters != wanted) {
             return false;
         }
         if (const std::optional<One> read = One::read(message->body)) {
