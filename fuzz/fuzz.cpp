@@ -5,7 +5,7 @@
 #include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    for (const auto& reader : packwise::sets::kFuzzedReaders) {
+    for (const auto& reader : packwise::sets::fuzzedReaders()) {
         if (reader.name == PACKWISE_READER) {
             reader.read({reinterpret_cast<const char*>(data), size});
         }

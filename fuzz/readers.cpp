@@ -96,9 +96,7 @@ void readOrderFileBytes(std::string_view bytes) {
     }
 }
 
-}  // namespace
-
-const FuzzedReader kFuzzedReaders[8] = {
+constexpr FuzzedReader kReaders[] = {
     {"mtgjson", readSetFile},
     {"table", [](std::string_view bytes) { checkSource(readTable(bytesOf(bytes), u"Any"_s)); }},
     {"cube",
@@ -109,5 +107,11 @@ const FuzzedReader kFuzzedReaders[8] = {
     {"server", fuzzServer},
     {"messages", fuzzMessages},
 };
+
+}  // namespace
+
+std::span<const FuzzedReader> fuzzedReaders() {
+    return kReaders;
+}
 
 }  // namespace packwise::sets

@@ -1,6 +1,8 @@
-// What a fuzzer feeds: the readers of packwise-sets, the server and the messages.
+// What a fuzzer feeds: the readers of packwise-sets, the server, the messages and the client.
 #pragma once
 
+#include <cstddef>
+#include <span>
 #include <string_view>
 
 namespace packwise::sets {
@@ -9,8 +11,11 @@ struct FuzzedReader {
     std::string_view name;  // of its folder in the corpus
     // Reads the bytes and ends the process when what it made of them breaks a rule.
     void (*read)(std::string_view bytes);
+    // How many beginnings of a file, each a byte longer than the last, are replayed beside it.
+    std::size_t replayedCuts = 400;
 };
 
-extern const FuzzedReader kFuzzedReaders[8];
+// Those that are linked.
+std::span<const FuzzedReader> fuzzedReaders();
 
 }  // namespace packwise::sets

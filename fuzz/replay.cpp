@@ -12,10 +12,8 @@
 namespace packwise::sets {
 namespace {
 
-constexpr std::size_t kMostCuts = 400;
-
 TEST(Replay, LeavesEveryReaderStanding) {
-    for (const FuzzedReader& reader : kFuzzedReaders) {
+    for (const FuzzedReader& reader : fuzzedReaders()) {
         const auto folder = std::filesystem::path(PACKWISE_CORPUS) / reader.name;
         int files = 0;
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -23,7 +21,8 @@ TEST(Replay, LeavesEveryReaderStanding) {
             std::ifstream in(entry.path(), std::ios::binary);
             const std::string bytes(std::istreambuf_iterator<char>(in), {});
             reader.read(bytes);
-            for (std::size_t length = 0; length < std::min(bytes.size(), kMostCuts); ++length) {
+            for (std::size_t length = 0; length < std::min(bytes.size(), reader.replayedCuts);
+                 ++length) {
                 reader.read(std::string_view(bytes).substr(0, length));
             }
             ++files;

@@ -240,6 +240,9 @@ void FrmClient::on(const to_client::Answered& message) {
 }
 
 void FrmClient::on(const to_client::Over&) {
+    if (draftOver_) {
+        return;  // the deck builder has the cards
+    }
     for (int color = 0; color < kColors; ++color) {
         frmDeckBuild_->setCards(color, Picks[static_cast<std::size_t>(color)]);
     }

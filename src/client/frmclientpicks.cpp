@@ -120,6 +120,10 @@ void FrmClient::removePackRow(int row) {
 }
 
 void FrmClient::MakePick(bool random) {
+    if (draftOver_) {
+        tmrRoch->stop();
+        return;
+    }
     if (random && lstPack->count() > 0) {
         const int rows = lstPack->count();
         lstPack->setCurrentRow(

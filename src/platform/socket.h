@@ -70,17 +70,17 @@ public:
     // Writes bytes if the state is 7. A failure, or more than kMostUnsent bytes unread by the
     // peer, puts the state to 9; no event comes during the call. What had arrived by then, up to
     // kMostUnread bytes, can still be taken.
-    void sendData(std::string_view data);
+    virtual void sendData(std::string_view data);
     // Bytes that the system has not taken yet, because the peer does not read.
     qint64 unsent() const;
 
     // The bytes that have arrived, at most so many; also what came before the peer closed.
-    std::string getData(std::size_t most = static_cast<std::size_t>(kMostUnread));
+    virtual std::string getData(std::size_t most = static_cast<std::size_t>(kMostUnread));
     qint64 bytesAvailable() const;
 
     // Closes in any state; what has been written still leaves, and what has not been taken is
     // forgotten. No event follows.
-    void close();
+    virtual void close();
 
 Q_SIGNALS:
     void connectionRequest(ConnectionRequest& request);
@@ -91,6 +91,10 @@ Q_SIGNALS:
     void peerClosed();
     // Connecting or the connection has failed; the state is 9.
     void failed();
+
+protected:
+    // For a control without a network, which has sendData(), getData() and close() of its own.
+    void setState(State state) { state_ = state; }
 
 private:
     void adopt(QTcpSocket* socket);

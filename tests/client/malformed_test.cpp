@@ -99,6 +99,7 @@ TEST(ClientDispatch, TakesAnyCommandAtAnyTime) {
         world.frmClient->tmrRoch->stop();
     }
     EXPECT_EQ(world.frmSecurity->lstCode->text(7), u"-32768"_s);
+    EXPECT_EQ(world.frmDeckBuild->lstSB->texts(), QStringList{u" "_s});  // filled once
     EXPECT_EQ(world.frmClient->lstHistory->count(), 2);
 }
 
