@@ -4,16 +4,15 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace packwise {
 
 namespace {
 
-class RowDelegate : public QStyledItemDelegate {
+class CardDelegate : public RowDelegate {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using RowDelegate::RowDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
         // No width of its own: the list gives the row all it has and cuts the rest.
@@ -25,7 +24,8 @@ public:
         constexpr int kTextMargins = 8;
         const QString name = index.data().toString();
         const bool cut =
-            view->fontMetrics().horizontalAdvance(name) + kTextMargins > option.rect.width();
+            view->fontMetrics().horizontalAdvance(name.left(kMostDrawn)) + kTextMargins >
+            option.rect.width();
         QToolTip::showText(event->globalPos(), cut ? plainToolTip(name) : view->toolTip(), view);
         return true;
     }
@@ -34,7 +34,7 @@ public:
 }  // namespace
 
 CardList::CardList(QWidget* parent) : ListBox(parent) {
-    setItemDelegate(new RowDelegate(this));
+    setItemDelegate(new CardDelegate(this));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTextElideMode(Qt::ElideRight);
     setSelectionMode(QAbstractItemView::SingleSelection);

@@ -7,6 +7,8 @@
 #include <QStyle>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace packwise {
 
 namespace {
@@ -19,17 +21,21 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
 }
 
+QString ElidedLabel::start() const {
+    return text().left(std::max(contentsRect().width(), 0) + 1);
+}
+
 QFont ElidedLabel::fittingFont() const {
     QFont fitting = font();
     while (fitting.pixelSize() > kLeastFontPixels &&
-           QFontMetrics(fitting).horizontalAdvance(text()) > contentsRect().width()) {
+           QFontMetrics(fitting).horizontalAdvance(start()) > contentsRect().width()) {
         fitting.setPixelSize(fitting.pixelSize() - 1);
     }
     return fitting;
 }
 
 QString ElidedLabel::shownText() const {
-    return QFontMetrics(fittingFont()).elidedText(text(), Qt::ElideRight, contentsRect().width());
+    return QFontMetrics(fittingFont()).elidedText(start(), Qt::ElideRight, contentsRect().width());
 }
 
 void ElidedLabel::paintEvent(QPaintEvent*) {

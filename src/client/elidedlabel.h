@@ -16,6 +16,8 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    // As much of the text as can matter: a character for each pixel, and one that does not fit.
+    QString start() const;
     QFont fittingFont() const;
     QString shownText() const;
 };

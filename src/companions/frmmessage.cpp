@@ -207,11 +207,17 @@ void FrmMessage::showText(const QString& text) {
     std::string shape(static_cast<std::size_t>(text.size()), 'x');
     std::transform(text.begin(), text.end(), shape.begin(),
                    [](QChar character) { return character == u' ' ? ' ' : 'x'; });
+    const std::vector<std::string> lines = foldChat(shape, maxChars);
     qsizetype at = 0;
-    for (const std::string& line : foldChat(shape, maxChars)) {
+    auto left = std::ssize(lines);
+    for (const std::string& line : lines) {
         const auto length = static_cast<qsizetype>(line.size());
-        addLine(text.mid(at, length));
+        // Of a text that is longer than the list, the start would only be pushed out again.
+        if (left <= std::max(maxLines, 1)) {
+            addLine(text.mid(at, length));
+        }
         at += length;
+        --left;
     }
     lstMessage->scrollToBottom();
 }

@@ -11,7 +11,12 @@
 
 namespace packwise {
 
+QString RowDelegate::displayText(const QVariant& value, const QLocale& locale) const {
+    return QStyledItemDelegate::displayText(value, locale).left(kMostDrawn);
+}
+
 ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
+    setItemDelegate(new RowDelegate(this));
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -3,8 +3,20 @@
 
 #include <QColor>
 #include <QListWidget>
+#include <QStyledItemDelegate>
 
 namespace packwise {
+
+// Draws the rows. Of a row's text, which may be another's and as long as a message, only the start
+// is measured and drawn.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    static constexpr int kMostDrawn = 1000;  // characters
+
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override;
+};
 
 class ListBox : public QListWidget {
     Q_OBJECT
