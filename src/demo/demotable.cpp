@@ -2,6 +2,7 @@
 
 #include "client/cardlist.h"
 #include "platform/codepage.h"
+#include "platform/freeport.h"
 #include "platform/settings.h"
 
 #include <QComboBox>
@@ -11,13 +12,11 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTcpServer>
 #include <QTimer>
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <random>
 
 namespace packwise {
 
@@ -42,17 +41,6 @@ void arrange(SettingsStore& settings, int seat) {
     setting::messagePlace.write(settings, place(2 * kRow + seat * 300, seat % 4 * kColumn));
     setting::securityPlace.write(settings, place(seat / 4 * kRow + 600, seat % 4 * kColumn + 600));
     setting::serverPlace.write(settings, place(2 * kRow, 2 * kColumn));
-}
-
-// A port that the console takes and that nobody listens on.
-quint16 freePort() {
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        const auto port = static_cast<quint16>(2000 + std::random_device{}() % 7900);
-        if (QTcpServer probe; probe.listen(QHostAddress::AnyIPv4, port)) {
-            return port;
-        }
-    }
-    throw DemoFailure(u"no port is free"_s);
 }
 
 }  // namespace
@@ -166,6 +154,9 @@ void DemoTable::pause(int milliseconds) {
 
 void DemoTable::join() {
     const quint16 port = freePort();
+    if (port == 0) {
+        throw DemoFailure(u"no port is free"_s);
+    }
     openPort(port);
     narrator_.tell(u"%1 opens port %2 and plays along."_s.arg(host().name).arg(port));
     for (const auto& seat : seats_) {

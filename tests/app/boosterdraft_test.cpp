@@ -44,7 +44,7 @@ Counts playDraft(DraftParty& party) {
                 round = server.server().table().roundNo;
                 addDealtPacks(server, dealt);
             }
-            Player& leaver = party.player(kLeaver);
+            PlayerProgram& leaver = party.player(kLeaver);
             if (round == 2 && !leaver.gone && leaver.mayPick() &&
                 leaver.client().lstPack->count() == kCards - 5) {
                 party.leave(kLeaver);

@@ -9,7 +9,7 @@ namespace {
 constexpr int kBots = 8;
 
 // A console without a client of its own, with an open port.
-void openConsole(Player& host, const QStringList& sets, quint16 port, bool rochester) {
+void openConsole(PlayerProgram& host, const QStringList& sets, quint16 port, bool rochester) {
     host.program.settings().write(u"Sets"_s, u"1"_s, sets.at(0));
     FrmServer& console = host.program.frmServer();
     console.show();
@@ -29,7 +29,7 @@ TEST(Bots, EightDraftOnTheRealServerAndSaveWhatTheyReport) {
         const CardFolder cards;
         const QTemporaryDir decks;
         const quint16 port = freePort();
-        Player host(0);
+        PlayerProgram host(0);
         openConsole(host, cards.setNames(), port, rochester);
         FrmServer& console = host.program.frmServer();
 

@@ -55,14 +55,14 @@ CardFolder::~CardFolder() {
     QDir::setCurrent(before_);
 }
 
-Player::Player(int number)
+PlayerProgram::PlayerProgram(int number)
     : name(u"Player "_s + QString::number(number)),
       program(settingsFolder.filePath(u"Packwise.ini"_s), static_cast<std::uint64_t>(number)) {}
 
 DraftParty::DraftParty(int players, const QStringList& sets, int packs, const DraftChoices& choices)
     : packs_(packs), choices_(choices), sets_(sets), port_(freePort()) {
     for (int i = 0; i < players; ++i) {
-        players_.push_back(std::make_unique<Player>(i));
+        players_.push_back(std::make_unique<PlayerProgram>(i));
     }
 }
 
@@ -87,7 +87,7 @@ bool DraftParty::join() {
     QTest::mouseClick(console.cmdOpenPort, Qt::LeftButton);
 
     for (int i = 0; i < static_cast<int>(players_.size()); ++i) {
-        Player& joining = player(i);
+        PlayerProgram& joining = player(i);
         if (i > 0) {
             joining.program.start();
             QTest::mouseClick(joining.program.frmMain->cmdClient, Qt::LeftButton);
@@ -108,7 +108,7 @@ void DraftParty::start() {
     QTest::mouseClick(console().cmdStart, Qt::LeftButton);
 }
 
-bool DraftParty::act(Player& player) {
+bool DraftParty::act(PlayerProgram& player) {
     FrmClient& client = player.client();
     if (player.mayPick()) {
         client.lstPack->setCurrentRow(client.lstPack->count() / 2);
@@ -147,7 +147,7 @@ bool DraftParty::allBuildDecks() const {
 }
 
 void DraftParty::leave(int seatIndex) {
-    Player& leaving = player(seatIndex);
+    PlayerProgram& leaving = player(seatIndex);
     leaving.script.expect(u"Are you sure?"_s, true);
     leaving.client().closeByUser();
     leaving.client().tmrClose_Timer();

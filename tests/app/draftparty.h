@@ -30,8 +30,8 @@ private:
 };
 
 // One player's program.
-struct Player {
-    explicit Player(int number);
+struct PlayerProgram {
+    explicit PlayerProgram(int number);
 
     QString name;
     QTemporaryDir settingsFolder;
@@ -59,9 +59,11 @@ public:
     bool join();  // false when somebody does not get to the table
 
     FrmServer& console() { return host().program.frmServer(); }
-    Player& host() { return *players_.front(); }
-    Player& player(int seatIndex) { return *players_.at(static_cast<std::size_t>(seatIndex)); }
-    std::vector<std::unique_ptr<Player>>& players() { return players_; }
+    PlayerProgram& host() { return *players_.front(); }
+    PlayerProgram& player(int seatIndex) {
+        return *players_.at(static_cast<std::size_t>(seatIndex));
+    }
+    std::vector<std::unique_ptr<PlayerProgram>>& players() { return players_; }
 
     void start();
 
@@ -70,7 +72,7 @@ public:
     void actOnce();
 
     // The same for one player. True when there was something to do.
-    static bool act(Player& player);
+    static bool act(PlayerProgram& player);
 
     // The player's connection goes without a word.
     void lose(int seatIndex);
@@ -86,7 +88,7 @@ private:
     DraftChoices choices_;
     QStringList sets_;
     quint16 port_;
-    std::vector<std::unique_ptr<Player>> players_;
+    std::vector<std::unique_ptr<PlayerProgram>> players_;
 };
 
 }  // namespace packwise

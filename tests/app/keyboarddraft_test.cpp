@@ -50,7 +50,7 @@ void switchTo(Form& window) {
     }));
 }
 
-void host(Player& player, quint16 port, const QString& set) {
+void host(PlayerProgram& player, quint16 port, const QString& set) {
     player.program.settings().write(u"Sets"_s, u"1"_s, u"Some Other Set"_s);
     player.program.settings().write(u"Sets"_s, u"2"_s, set);
     player.program.start();
@@ -74,7 +74,7 @@ void host(Player& player, quint16 port, const QString& set) {
     ASSERT_TRUE(spinUntil([&] { return console.lstNames->text(0) == player.name; }));
 }
 
-void join(Player& player, quint16 port) {
+void join(PlayerProgram& player, quint16 port) {
     player.program.start();
     switchTo(player.program.frmMain());
     press(Qt::Key_C, Qt::AltModifier);
@@ -91,7 +91,7 @@ void join(Player& player, quint16 port) {
 }
 
 // Goes down a row and takes the card, by Enter or by the button's letter.
-void pick(Player& player, bool byEnter) {
+void pick(PlayerProgram& player, bool byEnter) {
     FrmClient& client = player.client();
     switchTo(client);
     tabTo(client.lstPack);
@@ -123,7 +123,7 @@ void buildDeck(FrmDeckBuild& builder) {
 }
 
 // Saves into the folder "decks" in the current directory.
-void saveDeck(Player& player, const QString& file) {
+void saveDeck(PlayerProgram& player, const QString& file) {
     press(Qt::Key_A, Qt::AltModifier);
     ASSERT_TRUE(spinUntil([&] { return player.program.isVisible(FormId::Save); }));
     FrmSave& save = player.program.frmSave();
@@ -148,7 +148,7 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
     const CardFolder cards(1, 1, 3);
     ASSERT_TRUE(QDir().mkdir(u"decks"_s));
     const quint16 port = freePort();
-    std::array<Player, 2> players{Player(0), Player(1)};
+    std::array<PlayerProgram, 2> players{PlayerProgram(0), PlayerProgram(1)};
     ASSERT_NO_FATAL_FAILURE(host(players[0], port, cards.setNames().first()));
     FrmServer& console = players[0].program.frmServer();
     ASSERT_NO_FATAL_FAILURE(join(players[1], port));
@@ -161,12 +161,12 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
     }));
 
     for (int turn = 0; turn < kPicks; ++turn) {
-        for (Player& player : players) {
+        for (PlayerProgram& player : players) {
             ASSERT_TRUE(spinUntil([&] { return player.mayPick(); }));
             ASSERT_NO_FATAL_FAILURE(pick(player, turn % 5 != 0));
         }
     }
-    for (Player& player : players) {
+    for (PlayerProgram& player : players) {
         ASSERT_TRUE(spinUntil([&] { return player.program.isVisible(FormId::DeckBuild); }));
         ASSERT_NO_FATAL_FAILURE(buildDeck(player.program.frmDeckBuild()));
         ASSERT_NO_FATAL_FAILURE(saveDeck(player, player.name.right(1) + u".dec"_s));
@@ -175,7 +175,7 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
         QFile file(u"decks/%1.dec"_s.arg(seat));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QString code = QString::number(codeOfDeckFile(file.readAll().toStdString()).value());
-        for (Player& player : players) {
+        for (PlayerProgram& player : players) {
             EXPECT_TRUE(
                 spinUntil([&] { return player.program.frmSecurity->lstCode->text(seat) == code; }));
         }

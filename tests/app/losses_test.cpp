@@ -115,7 +115,7 @@ public:
             if (other == seat_) {
                 continue;
             }
-            Player& player = party_.player(other);
+            PlayerProgram& player = party_.player(other);
             if (halt) {
                 EXPECT_EQ(player.client().lblStatus->text(), u"Connection closed"_s);
                 EXPECT_FALSE(player.program.isVisible(FormId::DeckBuild));

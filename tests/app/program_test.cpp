@@ -6,7 +6,7 @@ namespace packwise {
 namespace {
 
 TEST(Program, TheStartWindowLeadsToAnotherAndIsGone) {
-    Player joins(1);
+    PlayerProgram joins(1);
     joins.program.start();
     FrmMain& main = joins.program.frmMain();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
@@ -21,7 +21,7 @@ TEST(Program, TheStartWindowLeadsToAnotherAndIsGone) {
 }
 
 TEST(Program, AboutReturnsToAUsableStartWindow) {
-    Player player(1);
+    PlayerProgram player(1);
     player.program.start();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&player.program.frmMain()));
     QTest::keyClick(player.program.frmMain->windowHandle(), Qt::Key_A, Qt::AltModifier);
@@ -41,7 +41,7 @@ TEST(Program, AboutReturnsToAUsableStartWindow) {
 }
 
 TEST(Program, SavingKeepsThePlacesOfWindowsThatWereNotShown) {
-    Player player(1);
+    PlayerProgram player(1);
     SettingsStore& settings = player.program.settings();
     const std::map<QString, QString> places = {{u"Server"_s, u"1507.5 2251"_s},
                                                {u"Client"_s, u"30 45"_s},

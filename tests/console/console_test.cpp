@@ -1,4 +1,4 @@
-#include "console/bench.h"
+#include "console/consoleworld.h"
 #include "support/keys.h"
 
 #include <QGroupBox>
@@ -7,9 +7,9 @@ namespace packwise {
 namespace {
 
 TEST(Console, FirstRunShowsTheDefaults) {
-    Bench bench;
-    bench.shell.settings().write(u"Sets"_s, u"3"_s, u"\u03A9mega"_s);  // not in the code page
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    world.shell.settings().write(u"Sets"_s, u"3"_s, u"\u03A9mega"_s);  // not in the code page
+    FrmServer& console = world.console();
     EXPECT_TRUE(console.optBooster->isChecked());
     EXPECT_TRUE(console.chkTimed->isChecked());
     EXPECT_FALSE(console.chkTimed->isEnabled());
@@ -24,9 +24,9 @@ TEST(Console, FirstRunShowsTheDefaults) {
 }
 
 TEST(Console, ASetWithoutItsFileIsGreyUntilTheFileIsThere) {
-    Bench bench;
-    bench.shell.settings().write(u"Sets"_s, u"3"_s, u"R & D <1>"_s);
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    world.shell.settings().write(u"Sets"_s, u"3"_s, u"R & D <1>"_s);
+    FrmServer& console = world.console();
     QComboBox& box = *console.cboPack[4];
     const auto isGrey = [&box](int row) {
         return box.itemData(row, Qt::ForegroundRole).isValid() &&
@@ -45,13 +45,13 @@ TEST(Console, ASetWithoutItsFileIsGreyUntilTheFileIsThere) {
     console.optPack[5]->click();
     console.show();
     const QImage grey = box.grab().toImage();
-    bench.folder.write("R&D<1>.pw", sample::wholeSet());
+    world.folder.write("R&D<1>.pw", sample::wholeSet());
     box.showPopup();
     EXPECT_FALSE(isGrey(2));
     EXPECT_EQ(box.toolTip(), QString());
     box.hidePopup();
     EXPECT_NE(box.grab().toImage(), grey);
-    remove(bench.folder.path() / "Sample.pw");
+    remove(world.folder.path() / "Sample.pw");
     QWidget other;
     for (QWidget* window : {&other, static_cast<QWidget*>(&console)}) {
         window->show();
@@ -62,16 +62,16 @@ TEST(Console, ASetWithoutItsFileIsGreyUntilTheFileIsThere) {
 }
 
 TEST(Console, StoredChoicesComeBack) {
-    Bench bench;
+    ConsoleWorld world;
     const std::pair<const char16_t*, const char16_t*> stored[] = {
         {u"Port", u"7001"},   {u"DraftType", u"R"}, {u"Timed", u"0"},     {u"Time", u"0"},
         {u"FixSeats", u"1"},  {u"Silence", u"1"},   {u"Halt", u"1"},      {u"Reality", u"1"},
         {u"RunClient", u"0"}, {u"PackCount", u"5"}, {u"Pack1", u"Other"}, {u"Pack2", u"Nowhere"}};
     for (const auto& [key, value] : stored) {
-        bench.shell.settings().write(u"Server"_s, QString::fromUtf16(key),
+        world.shell.settings().write(u"Server"_s, QString::fromUtf16(key),
                                      QString::fromUtf16(value));
     }
-    FrmServer& console = bench.console();
+    FrmServer& console = world.console();
     EXPECT_EQ(console.txtPort->text(), u"7001"_s);
     EXPECT_TRUE(console.optRochester->isChecked());
     EXPECT_TRUE(console.vsbSecs->isEnabled());
@@ -88,13 +88,13 @@ TEST(Console, StoredChoicesComeBack) {
     EXPECT_TRUE(console.cboPack[2]->isEnabled());
     EXPECT_FALSE(console.cboPack[3]->isEnabled());
     console.chkHalt->click();
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Halt"_s), u"0"_s);
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"Halt"_s), u"0"_s);
     console.chkSilence->click();
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Silence"_s), u"0"_s);
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"Silence"_s), u"0"_s);
 }
 
 TEST(Console, ChecksNameAndPortBeforeItListens) {
-    Bench bench;
+    ConsoleWorld world;
     QTcpServer taken;
     const quint16 port = freePort();
     ASSERT_TRUE(taken.listen(QHostAddress::AnyIPv4, port));
@@ -115,31 +115,31 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
         {u"Ann"_s, u""_s, u"Bad port"_s, u"Error"_s},
         {u"Ann"_s, QString::number(port), u"Bad port"_s, u"Error"_s},
     };
-    FrmServer& console = bench.console();
+    FrmServer& console = world.console();
     for (const Row& row : rows) {
         console.txtName->setText(row.name);
         console.txtPort->setText(row.port);
-        bench.shell.script.expect(row.box);
+        world.shell.script.expect(row.box);
         console.cmdOpenPort->click();
-        const Box& box = bench.shell.script.last();
+        const Box& box = world.shell.script.last();
         EXPECT_EQ(box.title, row.title);
         EXPECT_EQ(box.icon, row.title == u"Error" ? BoxIcon::Exclamation : BoxIcon::None);
         EXPECT_EQ(box.buttons, BoxButtons::Ok);
         EXPECT_TRUE(console.cmdOpenPort->isEnabled());
         EXPECT_FALSE(console.cmdStart->isEnabled());
     }
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Port"_s, u"-"_s), u"-"_s);
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"Port"_s, u"-"_s), u"-"_s);
 
     taken.close();
     console.show();
     QTest::keyClick(console.txtPort, Qt::Key_Return);  // the window's default button
     EXPECT_EQ(console.wskServer[0]->state(), Socket::Listening);
-    EXPECT_EQ(bench.localClient.startedName, u"Ann"_s);
-    EXPECT_EQ(bench.localClient.startedPort, port);
-    EXPECT_TRUE(bench.security.isVisible());
-    EXPECT_EQ(bench.shell.settings().read(u"Client"_s, u"Name"_s), u"Ann"_s);
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Port"_s), QString::number(port));
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"RunClient"_s), u"1"_s);
+    EXPECT_EQ(world.localClient.startedName, u"Ann"_s);
+    EXPECT_EQ(world.localClient.startedPort, port);
+    EXPECT_TRUE(world.security.isVisible());
+    EXPECT_EQ(world.shell.settings().read(u"Client"_s, u"Name"_s), u"Ann"_s);
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"Port"_s), QString::number(port));
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"RunClient"_s), u"1"_s);
     for (const QWidget* control : std::initializer_list<QWidget*>{
              console.cmdOpenPort, console.txtPort, console.txtName, console.chkClient}) {
         EXPECT_FALSE(control->isEnabled());
@@ -149,8 +149,8 @@ TEST(Console, ChecksNameAndPortBeforeItListens) {
 }
 
 TEST(Console, TheEnterThatOpensThePortDoesNotStartTheDraft) {
-    Bench bench;
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    FrmServer& console = world.console();
     console.chkClient->setChecked(false);
     console.txtPort->setText(QString::number(freePort()));
     console.show();
@@ -165,21 +165,21 @@ TEST(Console, TheEnterThatOpensThePortDoesNotStartTheDraft) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
         QTest::keyClick(console.cmdStart, key);  // pressed twice
     }
-    EXPECT_TRUE(bench.shell.script.seen().empty());
+    EXPECT_TRUE(world.shell.script.seen().empty());
     QApplication::setDoubleClickInterval(0);
-    bench.shell.script.expect(u"No valid connections"_s);
+    world.shell.script.expect(u"No valid connections"_s);
     holdKey(console, Qt::Key_Return);
-    EXPECT_EQ(bench.shell.script.seen().size(), 1U);
-    EXPECT_EQ(bench.shell.script.last().title, u"Packwise 1.41"_s);
-    EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
+    EXPECT_EQ(world.shell.script.seen().size(), 1U);
+    EXPECT_EQ(world.shell.script.last().title, u"Packwise 1.41"_s);
+    EXPECT_EQ(world.shell.script.last().icon, BoxIcon::Exclamation);
     EXPECT_TRUE(console.server().state() == DraftServer::State::Lobby &&
                 console.cmdStart->isEnabled());
     QApplication::setDoubleClickInterval(interval);
 }
 
 TEST(Console, TheLetterOfTwoControlsChoosesOneAfterTheOther) {
-    Bench bench;
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    FrmServer& console = world.console();
     console.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&console));
     QTest::keyClick(console.windowHandle(), Qt::Key_R, Qt::AltModifier);
@@ -202,24 +202,24 @@ TEST(Console, ClosingAsksWhileConnectionsAreOpen) {
           Row{0, false, {FormId::DeckBuild}, false, false, 0},
           Row{1, false, {FormId::Security}, true, false, 0},
           Row{1, true, {FormId::Security}, true, false, 0}, Row{1, true, {}, false, true, 0}}) {
-        Bench bench;
-        bench.shell.visible = row.visible;
-        bench.listen();
+        ConsoleWorld world;
+        world.shell.visible = row.visible;
+        world.listen();
         std::unique_ptr<Peer> peer;
         if (row.connections > 0) {
-            peer = bench.connected(1);
-            bench.shell.script.expect(u"Quit? Some connections are still open."_s, row.yes);
+            peer = world.connected(1);
+            world.shell.script.expect(u"Quit? Some connections are still open."_s, row.yes);
         }
-        bench.console().show();
-        EXPECT_EQ(bench.console().closeByUser(), !row.stays);
-        for (const Box& box : bench.shell.script.seen()) {
+        world.console().show();
+        EXPECT_EQ(world.console().closeByUser(), !row.stays);
+        for (const Box& box : world.shell.script.seen()) {
             EXPECT_EQ(box.title, u"Packwise 1.41"_s);
             EXPECT_EQ(box.icon, BoxIcon::Exclamation);
             EXPECT_EQ(box.buttons, BoxButtons::YesNo);
         }
-        EXPECT_EQ(bench.shell.ended(), row.ended);
-        EXPECT_EQ(bench.shell.savedForms, row.saved);
-        EXPECT_EQ(bench.console().isVisible(), row.connections > 0 && !row.yes);
+        EXPECT_EQ(world.shell.ended(), row.ended);
+        EXPECT_EQ(world.shell.savedForms, row.saved);
+        EXPECT_EQ(world.console().isVisible(), row.connections > 0 && !row.yes);
         if (peer) {
             EXPECT_EQ(peer->rest(), row.yes ? "CLOS~" : "");
         }
@@ -227,8 +227,8 @@ TEST(Console, ClosingAsksWhileConnectionsAreOpen) {
 }
 
 TEST(Console, NothingIsClippedAndTheLightsStandBesideTheirRows) {
-    Bench bench;
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    FrmServer& console = world.console();
     console.show();
     for (const QAbstractButton* button : console.findChildren<QAbstractButton*>()) {
         EXPECT_GE(button->width(), button->sizeHint().width()) << qPrintable(button->text());

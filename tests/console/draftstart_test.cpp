@@ -1,4 +1,4 @@
-#include "console/bench.h"
+#include "console/consoleworld.h"
 #include "support/ring.h"
 
 namespace packwise {
@@ -7,26 +7,26 @@ namespace {
 using testing::UnorderedElementsAre;
 
 // What a start stores.
-QString stored(Bench& bench) {
+QString stored(ConsoleWorld& world) {
     QString all;
     for (const char* key : {"DraftType", "Timed", "Time", "FixSeats", "PackCount", "Pack1", "Pack2",
                             "Pack3", "Pack4", "Pack5", "Pack6"}) {
         const QString name = QString::fromLatin1(key);
-        all += name + u'=' + bench.shell.settings().read(u"Server"_s, name, u"-"_s) + u' ';
+        all += name + u'=' + world.shell.settings().read(u"Server"_s, name, u"-"_s) + u' ';
     }
     return all;
 }
 
 TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
-    Bench bench;
-    auto peers = bench.table(2);
-    auto nameless = bench.connected(3);
+    ConsoleWorld world;
+    auto peers = world.table(2);
+    auto nameless = world.connected(3);
     nameless->rest();
-    bench.chooseSets();
-    bench.console().optPack[3]->click();
-    bench.console().chkReal->setChecked(true);
-    bench.draw = [value = 0.5]() mutable { return value += 0.0001; };
-    bench.console().cmdStart->click();
+    world.chooseSets();
+    world.console().optPack[3]->click();
+    world.console().chkReal->setChecked(true);
+    world.draw = [value = 0.5]() mutable { return value += 0.0001; };
+    world.console().cmdStart->click();
     const std::string opening =
         "STATDraft in progress~SEAT10~SEAT01~PAKSSample|Other|Sample|Sample|||~"
         "MESGDraft is Sample - Other - Sample - Sample~INFOB~ROUN1~";
@@ -38,10 +38,10 @@ TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
         EXPECT_EQ(countFields(pack), 15);
         EXPECT_EQ(pack.back(), '~');
     }
-    FrmServer& console = bench.console();
+    FrmServer& console = world.console();
     EXPECT_FALSE(console.chkReal->isChecked());  // there is no order file
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Reality"_s), u"0"_s);
-    EXPECT_EQ(stored(bench),
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"Reality"_s), u"0"_s);
+    EXPECT_EQ(stored(world),
               u"DraftType=B Timed=1 Time=25 FixSeats=0 PackCount=4 Pack1=Sample "
               "Pack2=Other Pack3=Sample Pack4=Sample Pack5=Sample Pack6=Sample "_s);
     // The key that comes next must not change what lies beside the button.
@@ -60,10 +60,10 @@ TEST(DraftStart, TellsEverythingInOrderBeforeTheFirstPack) {
 
 TEST(DraftStart, RochesterTellsAndStoresItsClockAndLeavesFourChoices) {
     for (const bool timed : {true, false}) {
-        Bench bench;
-        auto peers = bench.table(1);
-        bench.chooseSets();
-        FrmServer& console = bench.console();
+        ConsoleWorld world;
+        auto peers = world.table(1);
+        world.chooseSets();
+        FrmServer& console = world.console();
         console.optRochester->click();
         console.chkTimed->setChecked(timed);
         console.vsbSecs->setValue(18);
@@ -75,7 +75,7 @@ TEST(DraftStart, RochesterTellsAndStoresItsClockAndLeavesFourChoices) {
                             "MESGDraft is Sample - Other - Sample~INFOR" +
                             clock + "~ROUN1:1~BOOS"));
         EXPECT_TRUE(peers[0]->hearsSometime("REVW~"));
-        EXPECT_EQ(stored(bench),
+        EXPECT_EQ(stored(world),
                   u"DraftType=R Timed=%1 Time=18 FixSeats=0 PackCount=3 "
                   "Pack1=Sample Pack2=Other Pack3=Sample Pack4=Sample Pack5=Sample "
                   "Pack6= "_s.arg(timed ? 1 : 0));
@@ -93,45 +93,45 @@ TEST(DraftStart, RochesterTellsAndStoresItsClockAndLeavesFourChoices) {
 }
 
 TEST(DraftStart, AHoleMakesTheSeatingRandomAndLeavesNoHoleAtTheTable) {
-    Bench bench;
-    auto peers = bench.table(4);
-    bench.chooseSets();
-    bench.console().chkFixSeats->setChecked(true);
+    ConsoleWorld world;
+    auto peers = world.table(4);
+    world.chooseSets();
+    world.console().chkFixSeats->setChecked(true);
     peers[2]->close();
-    ASSERT_TRUE(bench.seatIsFree(3));
+    ASSERT_TRUE(world.seatIsFree(3));
     // One more is lost while the box is open: that place is kept.
-    bench.shell.script.expect(u"Can't fix seat with connection hole."_s, true, [&] {
+    world.shell.script.expect(u"Can't fix seat with connection hole."_s, true, [&] {
         peers[1]->close();
-        EXPECT_TRUE(bench.seatIsFree(2));
+        EXPECT_TRUE(world.seatIsFree(2));
     });
-    bench.console().cmdStart->click();
-    EXPECT_EQ(bench.shell.script.last().title, u"Packwise 1.41"_s);
-    EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::None);
-    EXPECT_FALSE(bench.console().chkFixSeats->isChecked());
-    EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"FixSeats"_s), u"1"_s);
-    const DraftTable& table = bench.console().server().table();
+    world.console().cmdStart->click();
+    EXPECT_EQ(world.shell.script.last().title, u"Packwise 1.41"_s);
+    EXPECT_EQ(world.shell.script.last().icon, BoxIcon::None);
+    EXPECT_FALSE(world.console().chkFixSeats->isChecked());
+    EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"FixSeats"_s), u"1"_s);
+    const DraftTable& table = world.console().server().table();
     EXPECT_EQ(table.playerCount, 3);
     EXPECT_THAT(std::vector<int>(table.socketAt.begin(), table.socketAt.begin() + 3),
                 UnorderedElementsAre(1, 2, 4));
     EXPECT_EQ(table.tableOf[2], -1);
     EXPECT_TRUE(peers[3]->hearsSometime("ROUN1~BOOS"));
-    bench.console().tmrRandoms_Timer();
+    world.console().tmrRandoms_Timer();
     EXPECT_TRUE(peers[3]->hearsSometime("~BSTA" + std::to_string(table.tableOf[1]) + "~"));
 }
 
 TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
     for (const bool byCloseBox : {false, true}) {
-        Bench bench;
-        auto peers = bench.table(3);
-        bench.chooseSets();
-        bench.console().chkFixSeats->setChecked(true);
-        bench.console().show();
-        bench.console().cmdStart->click();
+        ConsoleWorld world;
+        auto peers = world.table(3);
+        world.chooseSets();
+        world.console().chkFixSeats->setChecked(true);
+        world.console().show();
+        world.console().cmdStart->click();
         EXPECT_TRUE(peers[0]->hears("STATDraft in progress~MESG*Server is fixing seat order.*~"));
-        FrmFixSeats& dialog = bench.fixSeats();
+        FrmFixSeats& dialog = world.fixSeats();
         EXPECT_TRUE(dialog.isVisible());
-        EXPECT_FALSE(bench.console().isEnabled());
-        EXPECT_FALSE(bench.console().closeByUser());
+        EXPECT_FALSE(world.console().isEnabled());
+        EXPECT_FALSE(world.console().closeByUser());
         EXPECT_FALSE(dialog.lblSeat[3]->isEnabled());
         EXPECT_EQ(dialog.lblSeat[3]->caption(), u"-"_s);
 
@@ -148,7 +148,7 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
         peers[0]->say("RROK~RPOK~BPCKUa|~");
         peers[1]->close();
         EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~"));
-        bench.console().tmrRandoms_Timer();
+        world.console().tmrRandoms_Timer();
         QTest::keyClick(dialog.lblSeat[1], Qt::Key_Return);
         QTest::keyClick(dialog.lblSeat[2], Qt::Key_Return);
         EXPECT_EQ(dialog.lblSeat[1]->caption(), u"P1"_s);
@@ -167,17 +167,17 @@ TEST(FixSeats, TheHostsOrderCountsAlsoForALostPlayer) {
             dialog.cmdOK->click();
         }
         EXPECT_FALSE(dialog.isVisible());
-        EXPECT_TRUE(bench.console().isEnabled());
+        EXPECT_TRUE(world.console().isEnabled());
         EXPECT_TRUE(peers[0]->hears("SEAT20~SEAT01~SEAT12~PAKS"));
         EXPECT_TRUE(peers[0]->hearsSometime("ROUN1~BOOS"));
-        bench.console().tmrRandoms_Timer();
+        world.console().tmrRandoms_Timer();
         EXPECT_TRUE(peers[0]->hearsSometime("BSTA2~"));
     }
 }
 
 TEST(FixSeats, TheSeatsStandInARingClockwiseFromTheUpperLeft) {
-    Bench bench;
-    const auto& seats = bench.fixSeats().lblSeat;
+    ConsoleWorld world;
+    const auto& seats = world.fixSeats().lblSeat;
     expectClockwise(seats);
     for (const SeatLabel* seat : seats) {
         const auto covers = [seat](const SeatLabel* other) {
@@ -201,18 +201,18 @@ TEST(DraftStart, ARoundIsDealtInOneWaySoThatItsPacksAreOfOneSize) {
         int cards;
     };
     for (const Row& row : {Row{false, 1000, 15}, Row{true, 1000, 2}, Row{true, 5, 15}}) {
-        Bench bench;
-        bench.folder.write("Sample.ord", order);
-        auto peers = bench.table(2);
-        bench.chooseSets();
-        bench.console().chkReal->setChecked(row.real);
-        bench.draw = [draws = 0, &row]() mutable { return ++draws <= row.goodDraws ? 0.0 : 0.5; };
-        bench.console().cmdStart->click();
+        ConsoleWorld world;
+        world.folder.write("Sample.ord", order);
+        auto peers = world.table(2);
+        world.chooseSets();
+        world.console().chkReal->setChecked(row.real);
+        world.draw = [draws = 0, &row]() mutable { return ++draws <= row.goodDraws ? 0.0 : 0.5; };
+        world.console().cmdStart->click();
         for (auto& peer : peers) {
             EXPECT_TRUE(peer->hearsSometime("ROUN1~BOOS"));
             EXPECT_EQ(countFields(peer->rest()), row.cards) << row.goodDraws;
         }
-        EXPECT_EQ(bench.console().chkReal->isChecked(), row.cards == 2);
+        EXPECT_EQ(world.console().chkReal->isChecked(), row.cards == 2);
     }
 }
 
@@ -221,21 +221,22 @@ TEST(DraftStart, ASetThatCannotBeDealtIsToldBeforeAnythingChanges) {
     const QString pack = u"Pack 2, \"Other\", cannot be dealt.\n\n"_s;
     const QString damaged = u" is damaged or cannot be read.\n\nReplace it, or "_s;
     const auto write = [](const char* file, const std::string& bytes) {
-        return [=](Bench& bench) { bench.folder.write(file, bytes); };
+        return [=](ConsoleWorld& world) { world.folder.write(file, bytes); };
     };
     const auto chooseNone = [](std::size_t box) {
-        return [=](Bench& bench) { bench.console().cboPack.at(box)->setCurrentIndex(-1); };
+        return [=](ConsoleWorld& world) { world.console().cboPack.at(box)->setCurrentIndex(-1); };
     };
     struct Row {
         const char* fault;
         bool real;
-        std::function<void(Bench&)> make;
+        std::function<void(ConsoleWorld&)> make;
         QString before;  // the box's text up to the folder; empty where the draft starts
         QString behind;
     };
     const Row rows[] = {
         {"no choice", false, chooseNone(2), u"Pack 3 has no set.\n\nChoose one in its list."_s, {}},
-        {"no card file", false, [](Bench& bench) { remove(bench.folder.path() / "Other.pw"); },
+        {"no card file", false,
+         [](ConsoleWorld& world) { remove(world.folder.path() / "Other.pw"); },
          pack + u"There is no card file Other.pw"_s + folder,
          u".\n\nPut it there, or choose another set."_s},
         {"a cut card file", false, write("Other.pw", sample::wholeSet().substr(0, 4000)),
@@ -248,17 +249,17 @@ TEST(DraftStart, ASetThatCannotBeDealtIsToldBeforeAnythingChanges) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.fault);
-        Bench bench;
-        auto peers = bench.table(2);
-        bench.chooseSets();
-        row.make(bench);
-        bench.console().chkReal->setChecked(row.real);
+        ConsoleWorld world;
+        auto peers = world.table(2);
+        world.chooseSets();
+        row.make(world);
+        world.console().chkReal->setChecked(row.real);
         int draws = 0;
-        bench.draw = [&draws] { return ++draws % 100 / 100.0; };
-        FrmServer& console = bench.console();
+        world.draw = [&draws] { return ++draws % 100 / 100.0; };
+        FrmServer& console = world.console();
         const bool starts = row.before.isEmpty();
         if (!starts) {
-            bench.shell.script.expect(
+            world.shell.script.expect(
                 row.behind.isEmpty() ? row.before : row.before + QDir::currentPath() + row.behind);
         }
         console.cmdStart->click();
@@ -267,40 +268,40 @@ TEST(DraftStart, ASetThatCannotBeDealtIsToldBeforeAnythingChanges) {
         EXPECT_EQ(draws > 0, starts);
         EXPECT_EQ(console.cmdStart->isEnabled(), !starts);
         EXPECT_EQ(console.wskServer[0]->state() == Socket::Listening, !starts);
-        EXPECT_EQ(bench.shell.settings().read(u"Server"_s, u"Pack1"_s, u"-"_s),
+        EXPECT_EQ(world.shell.settings().read(u"Server"_s, u"Pack1"_s, u"-"_s),
                   starts ? u"Sample"_s : u"-"_s);
         if (starts) {
             EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
             continue;
         }
         EXPECT_EQ(peers[0]->rest(), "");
-        EXPECT_EQ(bench.shell.script.last().title, u"Error"_s);
-        EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
+        EXPECT_EQ(world.shell.script.last().title, u"Error"_s);
+        EXPECT_EQ(world.shell.script.last().icon, BoxIcon::Exclamation);
     }
 }
 
 TEST(DraftStart, CardDataThatGoBadLaterEndTheProgramOnce) {
     for (const bool booster : {true, false}) {
-        Bench bench;
-        auto peers = bench.table(2);
-        bench.chooseSets();
-        bench.console().chkFixSeats->setChecked(true);
-        (booster ? bench.console().optBooster : bench.console().optRochester)->setChecked(true);
-        bench.console().cmdStart->click();
-        remove(bench.folder.path() / "Sample.pw");
-        bench.shell.script.expect(u"Error reading file"_s, true, [&] {
+        ConsoleWorld world;
+        auto peers = world.table(2);
+        world.chooseSets();
+        world.console().chkFixSeats->setChecked(true);
+        (booster ? world.console().optBooster : world.console().optRochester)->setChecked(true);
+        world.console().cmdStart->click();
+        remove(world.folder.path() / "Sample.pw");
+        world.shell.script.expect(u"Error reading file"_s, true, [&] {
             // What arrives while the box is open must not deal again.
             peers[0]->say("BPCK~RROK~RPOK~RPCK0~PING~");
             EXPECT_TRUE(peers[0]->hearsSometime("PONG~"));
             peers[1]->close();
-            EXPECT_TRUE(bench.seatIsFree(2));
-            bench.console().tmrRandoms_Timer();
+            EXPECT_TRUE(world.seatIsFree(2));
+            world.console().tmrRandoms_Timer();
         });
-        bench.fixSeats().cmdOK->click();
-        EXPECT_EQ(bench.shell.script.seen().size(), 1U);
-        EXPECT_EQ(bench.shell.script.last().icon, BoxIcon::Exclamation);
-        EXPECT_EQ(bench.shell.script.last().title, u"Error"_s);
-        EXPECT_TRUE(bench.shell.ended());
+        world.fixSeats().cmdOK->click();
+        EXPECT_EQ(world.shell.script.seen().size(), 1U);
+        EXPECT_EQ(world.shell.script.last().icon, BoxIcon::Exclamation);
+        EXPECT_EQ(world.shell.script.last().title, u"Error"_s);
+        EXPECT_TRUE(world.shell.ended());
         EXPECT_EQ(peers[0]->transcript().find("BOOS"), std::string::npos);
     }
 }

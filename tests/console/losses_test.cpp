@@ -1,4 +1,4 @@
-#include "console/bench.h"
+#include "console/consoleworld.h"
 
 #include <QMouseEvent>
 
@@ -6,9 +6,9 @@ namespace packwise {
 namespace {
 
 TEST(Losses, KickTellsTheOthersAndKeepsTheSelection) {
-    Bench bench;
-    auto peers = bench.table(2);
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    auto peers = world.table(2);
+    FrmServer& console = world.console();
     console.cmdKick->click();  // nothing selected
     console.lstNames->setCurrentRow(5);
     console.cmdKick->click();  // an empty row
@@ -24,9 +24,9 @@ TEST(Losses, KickTellsTheOthersAndKeepsTheSelection) {
 }
 
 TEST(Losses, PingCountsSecondsAndFindsPoorConnections) {
-    Bench bench;
-    auto peers = bench.table(2);
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    auto peers = world.table(2);
+    FrmServer& console = world.console();
     console.show();
     struct Row {
         int ticks;
@@ -94,11 +94,11 @@ TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {
                            Row{"D", false, false, true, "MESGP2 disconnected~"},
                            Row{"D", true, false, false, "MESGP2 disconnected~CLOS~"},
                            Row{"O", true, false, false, "MESGP2 disconnected~"}}) {
-        Bench bench;
-        auto peers = bench.table(2);
-        bench.chooseSets();
-        FrmServer& console = bench.console();
-        bench.folder.write("Sample.pw",
+        ConsoleWorld world;
+        auto peers = world.table(2);
+        world.chooseSets();
+        FrmServer& console = world.console();
+        world.folder.write("Sample.pw",
                            sample::header(1, 0, 0) + sample::record("One", "+") + sample::end());
         console.cboPack[1]->setCurrentIndex(0);
         if (std::string(row.state) != "N") {
@@ -117,18 +117,18 @@ TEST(Losses, WhatADropMeansInEachStateOfTheDraft) {
         EXPECT_TRUE(peers[0]->hears(row.told)) << row.state << row.halt;
         EXPECT_EQ(peers[0]->rest(), "");
         EXPECT_EQ(console.lstNames->text(1), u" "_s);
-        EXPECT_EQ(bench.security().lstNames->text(1), row.rowsCleared ? u" "_s : u"P2"_s);
+        EXPECT_EQ(world.security().lstNames->text(1), row.rowsCleared ? u" "_s : u"P2"_s);
         EXPECT_EQ(console.tmrRandoms->isActive(), row.randoms);
         EXPECT_TRUE(console.server().seat(1).dropped);
     }
 }
 
 TEST(Losses, AnOnlookerWhoLeavesHaltsNoDraft) {
-    Bench bench;
-    auto peers = bench.table(2);
-    auto onlooker = bench.connected(3);
-    bench.chooseSets();
-    FrmServer& console = bench.console();
+    ConsoleWorld world;
+    auto peers = world.table(2);
+    auto onlooker = world.connected(3);
+    world.chooseSets();
+    FrmServer& console = world.console();
     console.chkHalt->setChecked(true);
     console.cmdStart->click();
     EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));

@@ -1,4 +1,4 @@
-#include "console/bench.h"
+#include "console/consoleworld.h"
 
 #include <QElapsedTimer>
 
@@ -6,15 +6,15 @@ namespace packwise {
 namespace {
 
 TEST(Seats, JoinAsTheProtocolTellsIt) {
-    Bench bench;
-    bench.listen();
-    auto host = bench.connected(1);
-    EXPECT_TRUE(bench.console().shaLight[0]->isHidden());
+    ConsoleWorld world;
+    world.listen();
+    auto host = world.connected(1);
+    EXPECT_TRUE(world.console().shaLight[0]->isHidden());
     host->say("VERS1.41~NAMEHost~");
     EXPECT_TRUE(
         host->hears("MESGHost has joined~NAME0Host~ADDR0127.0.0.1~"
                     "NAME0Host~NAME1~NAME2~NAME3~NAME4~NAME5~NAME6~NAME7~"));
-    auto guest = bench.connected(2);
+    auto guest = world.connected(2);
     EXPECT_TRUE(guest->hears("MESGDuplicate connection~"));
     // In single bytes, with line ends that vanish and a letter outside ASCII.
     for (const char c : std::string("VERS1.41~NA\r\nMEJos\xE9|x~")) {
@@ -25,47 +25,47 @@ TEST(Seats, JoinAsTheProtocolTellsIt) {
         guest->hears("MESGJos\xE9|x has joined~NAME1Jos\xE9|x~ADDR1127.0.0.1~"
                      "NAME0Host~NAME1Jos\xE9|x~NAME2~NAME3~NAME4~NAME5~NAME6~NAME7~"));
     EXPECT_TRUE(host->hears("MESGJos\xE9|x has joined~NAME1Jos\xE9|x~ADDR1127.0.0.1~"));
-    EXPECT_EQ(bench.console().lstNames->text(1), u"José|x"_s);
-    EXPECT_FALSE(bench.console().shaLight[1]->isHidden());
-    EXPECT_EQ(bench.security().lstNames->text(1), u"José|x"_s);
-    EXPECT_EQ(bench.security().lstIP->text(1), u"127.0.0.1"_s);
+    EXPECT_EQ(world.console().lstNames->text(1), u"José|x"_s);
+    EXPECT_FALSE(world.console().shaLight[1]->isHidden());
+    EXPECT_EQ(world.security().lstNames->text(1), u"José|x"_s);
+    EXPECT_EQ(world.security().lstIP->text(1), u"127.0.0.1"_s);
 
     // The light alternates with every message, known or not; a stump is none.
-    Shape& light = *bench.console().shaLight[0];
+    Shape& light = *world.console().shaLight[0];
     const QColor before = light.fillColor();
-    bench.console().server().handle(1, "PON");
+    world.console().server().handle(1, "PON");
     EXPECT_EQ(light.fillColor(), before);
-    bench.console().server().handle(1, "TEST");
+    world.console().server().handle(1, "TEST");
     EXPECT_NE(light.fillColor(), before);
-    bench.console().server().handle(1, "ping");
+    world.console().server().handle(1, "ping");
     EXPECT_EQ(light.fillColor(), before);
     EXPECT_EQ(host->rest() + guest->rest(), "");
 }
 
 TEST(Seats, NinthConnectionIsTurnedAwayAndTheLowestFreeSeatIsNext) {
-    Bench bench;
-    auto peers = bench.table(8);
+    ConsoleWorld world;
+    auto peers = world.table(8);
     Peer ninth;
-    ASSERT_TRUE(ninth.connectTo(bench.console().wskServer[0]->localPort()));
+    ASSERT_TRUE(ninth.connectTo(world.console().wskServer[0]->localPort()));
     EXPECT_TRUE(ninth.hears("STATServer is full~"));
     EXPECT_TRUE(ninth.waitClosed());
     EXPECT_EQ(peers[0]->rest(), "");
-    EXPECT_EQ(bench.console().wskServer[9]->state(), Socket::Closed);
+    EXPECT_EQ(world.console().wskServer[9]->state(), Socket::Closed);
 
     peers[4]->close();
     EXPECT_TRUE(peers[0]->hears("MESGP5 disconnected~DROP4~"));
     peers[1]->close();
     EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~DROP1~"));
-    EXPECT_EQ(bench.console().lstNames->text(1), u" "_s);
-    EXPECT_EQ(bench.security().lstNames->text(1), u" "_s);
-    EXPECT_EQ(bench.security().lstIP->text(1), u" "_s);
-    EXPECT_TRUE(bench.console().shaLight[1]->isHidden());
-    bench.joined(2, "New");
+    EXPECT_EQ(world.console().lstNames->text(1), u" "_s);
+    EXPECT_EQ(world.security().lstNames->text(1), u" "_s);
+    EXPECT_EQ(world.security().lstIP->text(1), u" "_s);
+    EXPECT_TRUE(world.console().shaLight[1]->isHidden());
+    world.joined(2, "New");
 }
 
 TEST(Seats, ChatDropAndCodes) {
-    Bench bench;
-    auto peers = bench.table(2);
+    ConsoleWorld world;
+    auto peers = world.table(2);
     struct Row {
         const char* said;
         const char* both;
@@ -77,25 +77,25 @@ TEST(Seats, ChatDropAndCodes) {
         EXPECT_TRUE(peers[0]->hears(row.both));
         EXPECT_TRUE(peers[1]->hears(row.both));
     }
-    EXPECT_EQ(bench.security().lstCode->text(0), u"-1234567"_s);
-    bench.console().chkSilence->click();
+    EXPECT_EQ(world.security().lstCode->text(0), u"-1234567"_s);
+    world.console().chkSilence->click();
     peers[0]->say("MESGpsst~PING~");
     EXPECT_TRUE(peers[0]->hears("MESG-silent draft-~PONG~"));
     EXPECT_EQ(peers[1]->rest(), "");
-    bench.console().server().handle(1, "CARDUFirst Card");
-    bench.console().server().handle(1, "CARDBSecond Card");
-    EXPECT_EQ(bench.console().server().seat(0).cards, "First Card|Second Card|");
+    world.console().server().handle(1, "CARDUFirst Card");
+    world.console().server().handle(1, "CARDBSecond Card");
+    EXPECT_EQ(world.console().server().seat(0).cards, "First Card|Second Card|");
 }
 
 TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
-    Bench bench;
-    auto peers = bench.table(3);
+    ConsoleWorld world;
+    auto peers = world.table(3);
     peers[1]->say(std::string(70000, 'x'));
     EXPECT_TRUE(peers[1]->waitClosed());
     EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~DROP1~"));
 
     // A long name is cut, and no chat line that is relayed is too long for a client.
-    auto wordy = bench.connected(2);
+    auto wordy = world.connected(2);
     wordy->say("NAME" + std::string(kMostClientMessageLength - kCommandLength, 'n') + "~");
     EXPECT_TRUE(peers[0]->hears("MESG" + std::string(64, 'n') + " has joined~NAME1"));
     wordy->say("MESG" + std::string(kMostClientMessageLength - kCommandLength, 'y') + "~");
@@ -109,20 +109,20 @@ TEST(Seats, FloodsCostOnlyTheirOwnSeat) {
     // The third reads nothing more of what it has to be told.
     peers[2]->socket().setReadBufferSize(1);
     const std::string line = "MESG" + std::string(50000, 'y') + "~";
-    for (int i = 0; i < 400 && bench.console().lstNames->text(2) != u" "; ++i) {
-        bench.console().server().broadcast(line);
+    for (int i = 0; i < 400 && world.console().lstNames->text(2) != u" "; ++i) {
+        world.console().server().broadcast(line);
         peers[0]->rest();
     }
-    EXPECT_EQ(bench.console().lstNames->text(2), u" "_s);
+    EXPECT_EQ(world.console().lstNames->text(2), u" "_s);
     EXPECT_NE(peers[0]->transcript().find("MESGP3 disconnected~DROP2~"), std::string::npos);
 }
 
 // One seat writes as fast as it can, another reads nothing at all. Only the first one waits.
 TEST(Seats, WhoFloodsWaitsAndNobodyElse) {
-    Bench bench;
-    auto peers = bench.table(4);
-    bench.chooseSets();
-    bench.console().tmrPoke->stop();
+    ConsoleWorld world;
+    auto peers = world.table(4);
+    world.chooseSets();
+    world.console().tmrPoke->stop();
     peers[2]->socket().setReadBufferSize(1);
     std::string lines;
     while (lines.size() < 1024 * 1024) {
@@ -131,7 +131,7 @@ TEST(Seats, WhoFloodsWaitsAndNobodyElse) {
     std::vector<qint64> answers;  // milliseconds
     for (const bool inDraft : {false, true}) {
         if (inDraft) {
-            bench.console().cmdStart->click();
+            world.console().cmdStart->click();
             EXPECT_TRUE(peers[3]->hearsSometime("BOOS"));
         }
         for (int i = 0; i < 100; ++i) {
@@ -139,7 +139,7 @@ TEST(Seats, WhoFloodsWaitsAndNobodyElse) {
                 peers[1]->say(lines);
             }
             if (i % 10 == 0) {
-                bench.console().tmrPoke_Timer();
+                world.console().tmrPoke_Timer();
             }
             QElapsedTimer clock;
             clock.start();
@@ -152,7 +152,7 @@ TEST(Seats, WhoFloodsWaitsAndNobodyElse) {
     std::nth_element(answers.begin(), answers.begin() + 100, answers.end());
     EXPECT_LT(answers[100], 200);
     for (int row = 0; row < 4; ++row) {
-        EXPECT_NE(bench.console().lstNames->text(row), u" "_s) << row;
+        EXPECT_NE(world.console().lstNames->text(row), u" "_s) << row;
     }
     // The first MiB, and what 20 pokes bring.
     EXPECT_LT(peers[3]->transcript().size(), 4U * 1024 * 1024);
@@ -161,8 +161,8 @@ TEST(Seats, WhoFloodsWaitsAndNobodyElse) {
 }
 
 TEST(Seats, ManyMessagesOfOneSeatWaitBehindTheOthers) {
-    Bench bench;
-    auto peers = bench.table(2);
+    ConsoleWorld world;
+    auto peers = world.table(2);
     for (const std::size_t many : {0U, 1U}) {
         Peer& other = *peers[1 - many];
         const std::size_t start = other.transcript().size();
@@ -180,11 +180,11 @@ TEST(Seats, ManyMessagesOfOneSeatWaitBehindTheOthers) {
 
 TEST(Seats, WhoFloodsAndGoesLeavesTheNextOneHereNoDebt) {
     for (const std::string said : {"MESG~", "CODE1~"}) {
-        Bench bench;
-        auto peers = bench.table(2);
-        bench.console().tmrPoke->stop();
+        ConsoleWorld world;
+        auto peers = world.table(2);
+        world.console().tmrPoke->stop();
         for (int second = 0; second < 100; ++second) {
-            bench.console().tmrPoke_Timer();  // who has been silent for long saves up nothing
+            world.console().tmrPoke_Timer();  // who has been silent for long saves up nothing
         }
         std::string lines;
         while (lines.size() < 60000) {
@@ -192,26 +192,26 @@ TEST(Seats, WhoFloodsAndGoesLeavesTheNextOneHereNoDebt) {
         }
         peers[1]->say(lines);
         EXPECT_TRUE(QTest::qWaitFor(
-            [&] { return bench.console().server().seat(1).allowance.isOverdrawn(); }));
+            [&] { return world.console().server().seat(1).allowance.isOverdrawn(); }));
         peers[1]->close();
-        EXPECT_TRUE(bench.seatIsFree(2));
-        bench.console().tmrPoke_Timer();
-        bench.joined(2, "Next");
+        EXPECT_TRUE(world.seatIsFree(2));
+        world.console().tmrPoke_Timer();
+        world.joined(2, "Next");
     }
 }
 
 TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
     for (const std::string said : {"DROP~", "CODE7~", "CARDUx~BPCK"}) {
-        Bench bench;
-        auto peers = bench.table(8);
+        ConsoleWorld world;
+        auto peers = world.table(8);
         const bool picks = said.ends_with("BPCK");
         if (picks) {
-            bench.chooseSets();
-            bench.console().cmdStart->click();
+            world.chooseSets();
+            world.console().cmdStart->click();
         }
         std::vector<std::string> rests(peers.size());
         for (std::size_t i = 0; i < peers.size() && picks; ++i) {
-            rests[i] = Bench::lessFirstCard(*peers[i]) + "~";
+            rests[i] = ConsoleWorld::lessFirstCard(*peers[i]) + "~";
         }
         peers[0]->rest();
         for (std::size_t i = 1; i < peers.size(); ++i) {
@@ -219,12 +219,12 @@ TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
             peers[i]->close();
         }
         for (int num = 2; num <= kSeats; ++num) {
-            EXPECT_TRUE(bench.seatIsFree(num));
+            EXPECT_TRUE(world.seatIsFree(num));
         }
         const std::string heard = peers[0]->rest();
         for (int num = 2; num <= kSeats; ++num) {
             const std::string seat = std::to_string(num - 1);
-            const auto& places = bench.console().server().table().tableOf;
+            const auto& places = world.console().server().table().tableOf;
             const int position = places.at(static_cast<std::size_t>(num - 1));
             const std::string told = picks ? "BSTA" + std::to_string(position) + "~"
                                      : said.starts_with('C') ? "CODE" + seat + "7~"
@@ -236,8 +236,8 @@ TEST(Seats, WhatCameBeforeACloseIsHeardHoweverTheCloseIsFound) {
 }
 
 TEST(Seats, TimersRunAsTheyShould) {
-    Bench bench;
-    auto peers = bench.table(1);
+    ConsoleWorld world;
+    auto peers = world.table(1);
     struct Row {
         QTimer* FrmServer::*timer;
         int interval;
@@ -246,27 +246,27 @@ TEST(Seats, TimersRunAsTheyShould) {
     for (const Row& row :
          {Row{&FrmServer::tmrPoke, 1000, true}, Row{&FrmServer::tmrPing, 1000, false},
           Row{&FrmServer::tmrRandoms, 2000, false}}) {
-        const QTimer& timer = *(bench.console().*row.timer);
+        const QTimer& timer = *(world.console().*row.timer);
         EXPECT_EQ(timer.interval(), row.interval) << row.interval;
         EXPECT_EQ(timer.isActive(), row.runs) << row.interval;
         EXPECT_FALSE(timer.isSingleShot());
     }
     // A lost seat is picked for within two seconds, not a twentieth later.
-    EXPECT_EQ(bench.console().tmrPoke->timerType(), Qt::PreciseTimer);
-    EXPECT_EQ(bench.console().tmrRandoms->timerType(), Qt::PreciseTimer);
+    EXPECT_EQ(world.console().tmrPoke->timerType(), Qt::PreciseTimer);
+    EXPECT_EQ(world.console().tmrRandoms->timerType(), Qt::PreciseTimer);
     const std::size_t before = peers[0]->transcript().size();
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return peers[0]->rest().empty() && peers[0]->transcript().size() > before; }));
 }
 
 TEST(Seats, AVanishedClientIsFoundByThePoke) {
-    Bench bench;
-    auto peers = bench.table(2);
+    ConsoleWorld world;
+    auto peers = world.table(2);
     peers[1]->vanish();
     EXPECT_TRUE(QTest::qWaitFor(
         [&] {
-            bench.console().tmrPoke_Timer();
-            return bench.console().lstNames->text(1) == u" ";
+            world.console().tmrPoke_Timer();
+            return world.console().lstNames->text(1) == u" ";
         },
         3000));
     EXPECT_TRUE(peers[0]->hears("MESGP2 disconnected~DROP1~"));

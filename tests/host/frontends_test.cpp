@@ -1,6 +1,6 @@
 // The console and the host without a window are two front ends of one server: on the same steps
 // and the same draws, everybody hears the same from either.
-#include "console/bench.h"
+#include "console/consoleworld.h"
 #include "host/hosttable.h"
 #include "server/drafter.h"
 
@@ -28,10 +28,9 @@ public:
 
 class TheConsole : public FrontEnd {
 public:
-    TheConsole(Bench& bench, const HostOptions& options)
-        : bench_(bench), console_(bench.console()) {
-        bench.draw = sameDraws();
-        bench.listen();
+    TheConsole(ConsoleWorld& world, const HostOptions& options) : console_(world.console()) {
+        world.draw = sameDraws();
+        world.listen();
         for (QTimer* timer : {console_.tmrPoke, console_.tmrRandoms}) {
             timer->setInterval(kNever);
         }
@@ -56,7 +55,6 @@ public:
     }
 
 private:
-    Bench& bench_;
     FrmServer& console_;
 };
 
@@ -181,12 +179,12 @@ TEST(FrontEnds, SoundAlikeToEveryPlayer) {
           std::pair{u"--sets Sample Other Sample --rochester"_s, 2},
           std::pair{u"--sets Sample Other Sample --rochester --timed 30"_s, 30}}) {
         SCOPED_TRACE(given.toStdString());
-        Bench bench;
-        bench.folder.write("Sample.ord", sample::wholeOrder());
+        ConsoleWorld world;
+        world.folder.write("Sample.ord", sample::wholeOrder());
         const auto options =
             readHostCommandLine(QStringList{u"packwise-host"_s} + given.split(u' ')).options;
         ASSERT_TRUE(options);
-        TheConsole console(bench, *options);
+        TheConsole console(world, *options);
         TheTable table(*options);
         const std::vector<std::string> atTheConsole = played(console, *options, losesAt);
         EXPECT_NE(atTheConsole.at(0).find(losesAt == 20 ? "CLOS~" : "OVER~"), std::string::npos);

@@ -1,7 +1,5 @@
 #include "support/peer.h"
 
-#include <random>
-
 namespace packwise {
 
 namespace {
@@ -9,17 +7,6 @@ namespace {
 constexpr int kPatience = 3000;  // milliseconds; only a failing test waits that long
 
 }  // namespace
-
-quint16 freePort() {
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        const auto port = static_cast<quint16>(2000 + std::random_device{}() % 7900);
-        QTcpServer probe;
-        if (probe.listen(QHostAddress::AnyIPv4, port)) {
-            return port;
-        }
-    }
-    return 0;
-}
 
 Peer::Peer() : socket_(std::make_unique<QTcpSocket>()) {}
 

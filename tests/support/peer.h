@@ -3,12 +3,10 @@
 // accepted socket, the server of a client under test.
 #pragma once
 
+#include "platform/freeport.h"
 #include "support/test.h"
 
 namespace packwise {
-
-// A port of four digits that nobody listens on.
-quint16 freePort();
 
 class Peer {
 public:

@@ -23,9 +23,9 @@ public:
     quint16 startedPort = 0;
 };
 
-class Bench {
+class ConsoleWorld {
 public:
-    Bench() {
+    ConsoleWorld() {
         QDir::setCurrent(QString::fromStdString(folder.path().string()));
         folder.write("Sample.pw", sample::wholeSet());
         folder.write("Other.pw", sample::wholeSet());
@@ -34,7 +34,7 @@ public:
         shell.settings().write(QStringLiteral("Sets"), QStringLiteral("2"),
                                QStringLiteral("Other"));
     }
-    ~Bench() { QDir::setCurrent(QDir::rootPath()); }
+    ~ConsoleWorld() { QDir::setCurrent(QDir::rootPath()); }
 
     FrmServer& console() {
         if (!server_) {
