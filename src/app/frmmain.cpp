@@ -16,22 +16,22 @@ constexpr int kLargeButtonHeight = kStartHeight / 3;
 }  // namespace
 
 FrmMain::FrmMain(Shell& shell)
-    : Form(u"frmMain"_s, u"Packwise 1.41"_s, FormBorder::Fixed), shell_(shell) {
+    : Form(u"frmMain"_s, programTitle(), FormBorder::Fixed), shell_(shell) {
     setClientSizeTwips(kStartWidth, kStartHeight);
     const auto makeButton = [this](const QString& name, const QString& caption,
-                                   const QRect& place) {
+                                   const TwipRect& place) {
         auto* button = new QPushButton(caption, this);
-        nameControl(*button, name);
-        button->setGeometry(place);
+        placeControl(*button, place, name);
         button->setAutoDefault(true);
         return button;
     };
     const auto inColumn = [](int row) {
         // Up to the next one's pixel, so that rounding leaves no gap between them.
         const int top = toPixels(row * kLargeButtonHeight);
-        return QRect(0, top, toPixels(kStartWidth), toPixels((row + 1) * kLargeButtonHeight) - top);
+        const int bottom = toPixels((row + 1) * kLargeButtonHeight);
+        return TwipRect{0, toTwips(top), kStartWidth, toTwips(bottom - top)};
     };
-    cmdDummy = makeButton(u"cmdDummy"_s, QString(), rectFromTwips(2520, 1080, 255, 255));
+    cmdDummy = makeButton(u"cmdDummy"_s, QString(), {2520, 1080, 255, 255});
     cmdClient = makeButton(u"cmdClient"_s, u"&connect to a draft"_s, inColumn(0));
     cmdServer = makeButton(u"cmdServer"_s, u"&start a draft"_s, inColumn(1));
     cmdAbout = makeButton(u"cmdAbout"_s, u"&about Packwise"_s, inColumn(2));

@@ -12,7 +12,7 @@ namespace {
 
 // What is printed in place of a start; empty when the command line does not ask for it.
 std::string answerTo(int argc, char** argv) {
-    const std::string title = "packwise " + std::string(packwise::kProtocolVersion) + "\n";
+    std::string title = "packwise " + std::string(packwise::kProtocolVersion) + "\n";
     for (int i = 1; i < argc; ++i) {
         const std::string_view word = argv[i];
         if (word == "--version") {

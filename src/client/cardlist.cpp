@@ -44,11 +44,6 @@ CardList::CardList(QWidget* parent) : ListBox(parent) {
     connect(this, &QListWidget::doubleClicked, this, &CardList::chosen);
 }
 
-int CardList::selectedRow() const {
-    const QListWidgetItem* current = currentItem();
-    return current && current->isSelected() ? currentRow() : -1;
-}
-
 void CardList::keyPressEvent(QKeyEvent* event) {
     const bool repeated = held_.isRepeated(*event);
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

@@ -15,9 +15,6 @@ public:
 
     explicit CardList(QWidget* parent = nullptr);
 
-    // The selected row, or -1. A row that only holds the keyboard's place is not selected.
-    int selectedRow() const;
-
 Q_SIGNALS:
     // A double click with the left button, or Enter, on the selected row.
     void chosen();

@@ -1,5 +1,6 @@
 #include "client/colorbars.h"
 
+#include "widgets/look.h"
 #include "widgets/twips.h"
 
 #include <QKeyEvent>
@@ -38,9 +39,8 @@ ColorBars::ColorBars(QWidget* parent) : QWidget(parent), mark_(new FocusMark(thi
     for (int index = 0; index < kColors; ++index) {
         const auto at = static_cast<std::size_t>(index);
         auto* bar = new Shape(ShapeKind::Rectangle, this);
-        bar->setObjectName(u"shaBar(%1)"_s.arg(index));
-        bar->setAccessibleName(kCardColors[at].spokenName());
-        bar->setGeometry(rectFromTwips(index * kBarWidth, 0, kBarWidth, kBarHeight));
+        placeControl(*bar, {index * kBarWidth, 0, kBarWidth, kBarHeight},
+                     u"shaBar(%1)"_s.arg(index), kCardColors[at].spokenName());
         bar->setFillColor(kCardColors[at].bar);
         bar->setBorderColor(shade::black);
         bar->setAttribute(Qt::WA_TransparentForMouseEvents);

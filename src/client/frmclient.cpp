@@ -5,7 +5,6 @@
 #include "companions/frmmessage.h"
 #include "platform/settings.h"
 #include "widgets/shell.h"
-#include "widgets/twips.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -151,8 +150,8 @@ void FrmClient::wskClient_Error() {
         return;
     }
     wskClient->close();
-    shell_.boxes().show(
-        this, Box{u"Connection error!\n\nServer: "_s + serverPlace(), u"Packwise 1.41"_s});
+    shell_.boxes().show(this,
+                        Box{u"Connection error!\n\nServer: "_s + serverPlace(), programTitle()});
     shell_.end();
 }
 
@@ -183,8 +182,8 @@ bool FrmClient::queryUnload(UnloadMode) {
     }
     hideCard();
     if (wskClient->state() != Socket::Closed) {
-        const bool leave = shell_.boxes().show(this, Box{u"Are you sure?"_s, u"Packwise 1.41"_s,
-                                                         BoxButtons::YesNo, BoxIcon::Exclamation});
+        const bool leave = shell_.boxes().show(
+            this, Box{u"Are you sure?"_s, programTitle(), BoxButtons::YesNo, BoxIcon::Exclamation});
         // The draft may have ended while the box stood: the player is in the deck builder now.
         if (leave && !shell_.ended() && !draftOver_) {
             Send(to_server::Drop{}.write());

@@ -79,25 +79,19 @@ constexpr std::array<RochPlace, kSeats> kRochRing{{
 constexpr int kRoundFontPixels = 16;
 constexpr int kTickFontPixels = 24;
 
-void put(QWidget* control, const TwipRect& place) {
-    control->setGeometry(rectFromTwips(place));
-}
-
 QString element(const QString& array, std::size_t index) {
     return array + u'(' + QString::number(index) + u')';
 }
 
 QFrame* makeFrame(const QString& name, const TwipRect& place, QWidget* parent) {
     auto* frame = new QFrame(parent);
-    frame->setObjectName(name);
-    put(frame, place);
+    placeControl(*frame, place, name);
     return frame;
 }
 
 Shape* makeCircle(const QString& name, const TwipRect& place, QWidget* parent) {
     auto* circle = new Shape(ShapeKind::Circle, parent);
-    circle->setObjectName(name);
-    put(circle, place);
+    placeControl(*circle, place, name);
     return circle;
 }
 
@@ -138,30 +132,26 @@ void FrmClient::makeStatus() {
     shaLight = makeCircle(u"shaLight"_s, kLight, fraStatus);
     shaLight->setAccessibleName(u"Link"_s);
     lblStatus = new ElidedLabel(fraStatus);
-    lblStatus->setObjectName(u"lblStatus"_s);
-    put(lblStatus, kStatus);
+    placeControl(*lblStatus, kStatus, u"lblStatus"_s);
     lblStatus->setText(u"Connecting..."_s);
 }
 
 void FrmClient::makePack(QWidget* draft) {
     lblRound = new ElidedLabel(draft);
-    nameControl(*lblRound, u"lblRound"_s);
     QFont large = font();
     large.setPixelSize(kRoundFontPixels);
     large.setBold(true);
     lblRound->setFont(large);
     lblRound->setAlignment(Qt::AlignCenter);
-    put(lblRound, kRound);
+    placeControl(*lblRound, kRound, u"lblRound"_s);
 
     cmdDraft = new QPushButton(u"&Draft"_s, draft);
-    cmdDraft->setObjectName(u"cmdDraft"_s);
     cmdDraft->setAutoDefault(true);
-    put(cmdDraft, kDraftButton);
+    placeControl(*cmdDraft, kDraftButton, u"cmdDraft"_s);
 
     lstPack = new CardList(draft);
-    nameControl(*lstPack, u"lstPack"_s, u"Pack"_s);
     lstPack->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    put(lstPack, kPack);
+    placeControl(*lstPack, kPack, u"lstPack"_s, u"Pack"_s);
 
     for (std::size_t row = 0; row < shaDot.size(); ++row) {
         TwipRect place = kFirstDot;
@@ -176,39 +166,32 @@ void FrmClient::makePack(QWidget* draft) {
 
 void FrmClient::makePicked(QWidget* draft) {
     chkSort = new QCheckBox(u"Sort"_s, draft);
-    chkSort->setObjectName(u"chkSort"_s);
     chkSort->setChecked(true);
-    put(chkSort, kSort);
+    placeControl(*chkSort, kSort, u"chkSort"_s);
 
     lblStuff = new QLabel(u"colors"_s, draft);
-    lblStuff->setObjectName(u"lblStuff"_s);
     lblStuff->setAlignment(Qt::AlignCenter);
-    put(lblStuff, kColorsCaption);
+    placeControl(*lblStuff, kColorsCaption, u"lblStuff"_s);
 
     chkInfo = new QCheckBox(u"Info"_s, draft);
-    chkInfo->setObjectName(u"chkInfo"_s);
-    put(chkInfo, kInfo);
+    placeControl(*chkInfo, kInfo, u"chkInfo"_s);
 
     fraColors = new ColorBars(draft);
-    nameControl(*fraColors, u"fraColors"_s, u"Colors shown"_s);
-    put(fraColors, kColorsFrame);
+    placeControl(*fraColors, kColorsFrame, u"fraColors"_s, u"Colors shown"_s);
     shaBar = fraColors->bars;
     lblStuff->setBuddy(fraColors);
 
     Shape1 = new Shape(ShapeKind::Rectangle, draft);
-    Shape1->setObjectName(u"Shape1"_s);
     Shape1->setFilled(false);
     Shape1->setBorderColor(palette().color(QPalette::Mid));
-    put(Shape1, kPicked);
+    placeControl(*Shape1, kPicked, u"Shape1"_s);
 
     lstPicked = new CardList(draft);
-    nameControl(*lstPicked, u"lstPicked"_s, u"Picked cards"_s);
-    put(lstPicked, kPicked);
+    placeControl(*lstPicked, kPicked, u"lstPicked"_s, u"Picked cards"_s);
     lstPicked->addItem(u" "_s);
 
     lstPickedNS = new CardList(draft);
-    nameControl(*lstPickedNS, u"lstPickedNS"_s, u"Picked cards, newest first"_s);
-    put(lstPickedNS, kPicked);
+    placeControl(*lstPickedNS, kPicked, u"lstPickedNS"_s, u"Picked cards, newest first"_s);
     lstPickedNS->hide();
 }
 
@@ -216,10 +199,8 @@ void FrmClient::makeBooster(QWidget* draft) {
     fraBooster = makeFrame(u"fraBooster"_s, kBooster, draft);
     imgCW = new PassingArrow(true, fraBooster);
     imgCCW = new PassingArrow(false, fraBooster);
-    imgCW->setObjectName(u"imgCW"_s);
-    imgCCW->setObjectName(u"imgCCW"_s);
-    put(imgCW, kArrow);
-    put(imgCCW, kArrow);
+    placeControl(*imgCW, kArrow, u"imgCW"_s);
+    placeControl(*imgCCW, kArrow, u"imgCCW"_s);
     imgCW->hide();
     for (std::size_t position = 0; position < kBoosterRing.size(); ++position) {
         const BoosterPlace& place = kBoosterRing[position];
@@ -227,9 +208,9 @@ void FrmClient::makeBooster(QWidget* draft) {
             makeCircle(element(u"shaSeat"_s, position),
                        {place.seatLeft, place.seatTop, kSeatSize, kSeatSize}, fraBooster);
         auto* name = new ElidedLabel(fraBooster);
-        name->setObjectName(element(u"lblNameB"_s, position));
         name->setAlignment(place.alignment | Qt::AlignVCenter);
-        put(name, {place.nameLeft, place.nameTop, place.nameWidth, kNameHeight});
+        placeControl(*name, {place.nameLeft, place.nameTop, place.nameWidth, kNameHeight},
+                     element(u"lblNameB"_s, position));
         lblNameB[position] = name;
         colorSeat(position, shade::emptySeat);
     }
@@ -240,38 +221,35 @@ void FrmClient::makeRochester(QWidget* draft) {
     for (std::size_t position = 0; position < kRochRing.size(); ++position) {
         const RochPlace& place = kRochRing[position];
         lblNameR[position] = new ElidedLabel(fraRoch);
-        lblNameR[position]->setObjectName(element(u"lblNameR"_s, position));
-        put(lblNameR[position], {place.left, place.nameTop, kRingWidth, kNameHeight});
+        placeControl(*lblNameR[position], {place.left, place.nameTop, kRingWidth, kNameHeight},
+                     element(u"lblNameR"_s, position));
         auto* pick = new QLineEdit(fraRoch);
-        nameControl(*pick, element(u"txtLastPick"_s, position),
-                    u"Last pick at place "_s + QString::number(position + 1));
         pick->setEnabled(false);
         pick->setFont(lstPack->font());
         QPalette readable = pick->palette();
         readable.setColor(QPalette::Disabled, QPalette::Text, shade::black);
         pick->setPalette(readable);
-        put(pick, {place.left, place.pickTop, kRingWidth, kLastPickHeight});
+        placeControl(*pick, {place.left, place.pickTop, kRingWidth, kLastPickHeight},
+                     element(u"txtLastPick"_s, position),
+                     u"Last pick at place "_s + QString::number(position + 1));
         txtLastPick[position] = pick;
     }
     lblTick = new QLabel(fraRoch);
-    nameControl(*lblTick, u"lblTick"_s);
     lblTick->setFont(fixedPitchFont(kTickFontPixels, true));
     lblTick->setEnabled(false);
-    put(lblTick, kTick);
+    placeControl(*lblTick, kTick, u"lblTick"_s);
     setTick(0);
 
     lstHistory = new CardList(fraRoch);
-    nameControl(*lstHistory, u"lstHistory"_s, u"Last events"_s);
     lstHistory->setShowOnly();
     lstHistory->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    put(lstHistory, kHistory);
+    placeControl(*lstHistory, kHistory, u"lstHistory"_s, u"Last events"_s);
     lstHistory->fill(2, u" "_s);
     fraRoch->hide();
 
     cmdOK = new QPushButton(u"&OK"_s, draft);
-    cmdOK->setObjectName(u"cmdOK"_s);
     cmdOK->setAutoDefault(true);
-    put(cmdOK, kOk);
+    placeControl(*cmdOK, kOk, u"cmdOK"_s);
     cmdOK->hide();
 }
 

@@ -6,7 +6,6 @@
 #include "widgets/codepagevalidator.h"
 #include "widgets/look.h"
 #include "widgets/shell.h"
-#include "widgets/twips.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -61,10 +60,9 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
     txtIP->setMaxLength(kMostAddressLetters);
     txtPort = addField(u"Port"_s, u"Port"_s, 2);
     cmdConnect = new QPushButton(u"&Connect"_s, this);
-    cmdConnect->setObjectName(u"cmdConnect"_s);
     cmdConnect->setAutoDefault(true);
-    cmdConnect->setGeometry(
-        rectFromTwips(kButtonLeft, kEdge + 3 * kRowHeight, kButtonWidth, kButtonHeight));
+    placeControl(*cmdConnect, {kButtonLeft, kEdge + 3 * kRowHeight, kButtonWidth, kButtonHeight},
+                 u"cmdConnect"_s);
     connect(cmdConnect, &QPushButton::clicked, this, &FrmConnect::cmdConnect_Click);
 
     txtName->setText(setting::clientName.read(shell_.settings()));
@@ -79,12 +77,10 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
 QLineEdit* FrmConnect::addField(const QString& caption, const QString& name, int row) {
     const int top = kEdge + row * kRowHeight;
     auto* label = new QLabel(caption, this);
-    label->setObjectName(u"lbl"_s + name + u'Q');
-    label->setGeometry(rectFromTwips(kEdge, top, kFieldLeft - kEdge, kFieldHeight));
+    placeControl(*label, {kEdge, top, kFieldLeft - kEdge, kFieldHeight}, u"lbl"_s + name + u'Q');
     auto* field = new QLineEdit(this);
-    nameControl(*field, u"txt"_s + name, caption);
-    field->setGeometry(
-        rectFromTwips(kFieldLeft, top, kConnectWidth - kFieldLeft - kEdge, kFieldHeight));
+    placeControl(*field, {kFieldLeft, top, kConnectWidth - kFieldLeft - kEdge, kFieldHeight},
+                 u"txt"_s + name, caption);
     label->setBuddy(field);
     connect(field, &QLineEdit::returnPressed, this, &FrmConnect::cmdConnect_Click);
     return field;

@@ -1,5 +1,7 @@
 #include "companions/frminfo.h"
 
+#include "platform/codepage.h"
+#include "protocol/framing.h"
 #include "widgets/look.h"
 #include "widgets/shape.h"
 #include "widgets/twips.h"
@@ -47,7 +49,8 @@ void setColor(QWidget& control, const QColor& color) {
 FrmInfo::FrmInfo(Shell&)
     : Form(u"frmInfo"_s, QString(), FormBorder::None),
       lblPackwise(addLabel(u"lblPackwise"_s, u"Packwise"_s)),
-      lblVersion(addLabel(u"lblVersion"_s, u"Version 1.41 beta"_s)),
+      lblVersion(
+          addLabel(u"lblVersion"_s, u"Version "_s + fromBytes(kProtocolVersion) + u" beta"_s)),
       lblStuff(addLabel(u"lblStuff"_s, u"hold on, stay inside."_s)),
       Label1(addLabel(u"Label1"_s,
                       u"Magic: the Gathering, its artwork, its edition names and the texts of its "
@@ -85,13 +88,13 @@ void FrmInfo::layOut() {
         auto* line = new QWidget(this);
         line->setAutoFillBackground(true);
         line->setPalette(QPalette(QColor(200, 200, 200)));
-        line->setGeometry(rectFromTwips(kLeft, top, kInner, kTwipsPerPixel));
+        placeControl(*line, {kLeft, top, kInner, kTwipsPerPixel});
     }
     const std::pair<QLabel*, Band> places[] = {{lblPackwise, kPackwise}, {lblVersion, kVersion},
                                                {lblStuff, kStuff},       {Label1, kNotice},
                                                {Label2, kCredits},       {lblSiteLink, kSiteLink}};
     for (const auto& [label, place] : places) {
-        label->setGeometry(rectFromTwips(kLeft, place.top, kInner, place.height));
+        placeControl(*label, {kLeft, place.top, kInner, place.height});
     }
     QFont font = lblPackwise->font();
     font.setPixelSize(36);

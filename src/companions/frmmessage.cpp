@@ -171,10 +171,10 @@ void FrmMessage::Form_Resize() {
     const int listWidth = widthTwips() - kBesideMessages;
     const int listHeight = heightTwips() - kAboveAndFrame;
     const int namesLeft = listWidth - kOverlap;
-    txtSend->setGeometry(rectFromTwips(0, 0, widthTwips() - kFrameWidth, kSendHeight));
-    lstMessage->setGeometry(rectFromTwips(0, kSendHeight, listWidth, listHeight));
-    lstNames->setGeometry(
-        rectFromTwips(namesLeft, kSendHeight, widthTwips() - kFrameWidth - namesLeft, listHeight));
+    placeControl(*txtSend, {0, 0, widthTwips() - kFrameWidth, kSendHeight});
+    placeControl(*lstMessage, {0, kSendHeight, listWidth, listHeight});
+    placeControl(*lstNames,
+                 {namesLeft, kSendHeight, widthTwips() - kFrameWidth - namesLeft, listHeight});
     maxLines = nearest((lstMessage->height() - takenOfHeight(*lstMessage)) / rowHeight_);
     const double width = lstMessage->width() - takenOfWidth(*lstMessage);
     maxChars = nearest(width / charWidth_);

@@ -57,16 +57,16 @@ void FrmSecurity::placeControls() {
     int left = kMargin;
     int bottom = 0;
     const auto place = [&](QLabel* label, ListBox* list, const Column& column) {
-        nameControl(*label, QString::fromUtf16(column.label));
         label->setText(QString::fromUtf16(column.caption));
         label->setBuddy(list);
-        label->setGeometry(rectFromTwips(left, kMargin, column.width, kLabelHeight));
-        nameControl(*list, QString::fromUtf16(column.list), QString::fromUtf16(column.caption));
+        placeControl(*label, {left, kMargin, column.width, kLabelHeight},
+                     QString::fromUtf16(column.label));
         list->fill(kSeats, u" "_s);
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         const int height = toTwips(list->heightForRows(kSeats));
-        list->setGeometry(rectFromTwips(left, kListTop, column.width, height));
+        placeControl(*list, {left, kListTop, column.width, height}, QString::fromUtf16(column.list),
+                     QString::fromUtf16(column.caption));
         left += column.width + kMargin / 2;
         bottom = kListTop + height;
     };

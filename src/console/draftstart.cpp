@@ -19,9 +19,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const Box kNobodyThere{u"No valid connections"_s, u"Packwise 1.41"_s, BoxButtons::Ok,
+const Box kNobodyThere{u"No valid connections"_s, programTitle(), BoxButtons::Ok,
                        BoxIcon::Exclamation};
-const Box kHole{u"Can't fix seat with connection hole."_s, u"Packwise 1.41"_s};
+const Box kHole{u"Can't fix seat with connection hole."_s, programTitle()};
 
 }  // namespace
 
@@ -96,8 +96,9 @@ void FrmServer::showFixSeats(const QStringList& names) {
     FrmFixSeats& dialog = fixSeats_();
     connect(&dialog, &FrmFixSeats::seated, this, &FrmServer::fixSeatsDone, Qt::UniqueConnection);
     dialog.clear();
+    int position = 0;
     for (const int seatIndex : server_.players()) {
-        dialog.seat(seatIndex, names[seatIndex], seatIndex);
+        dialog.seat(position++, names[seatIndex], seatIndex);
         if (server_.seat(seatIndex).dropped) {
             dialog.lose(seatIndex);
         }

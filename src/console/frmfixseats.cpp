@@ -1,7 +1,7 @@
 #include "console/frmfixseats.h"
 
 #include "widgets/look.h"
-#include "widgets/twips.h"
+#include "widgets/shape.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -14,10 +14,6 @@ namespace packwise {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const QColor kUnused(128, 128, 128);
-const QColor kPlayer(255, 255, 255);
-const QColor kChosen(255, 0, 0);
 
 constexpr int kSeatingWidth = 8550;
 constexpr int kSeatingHeight = 4500;
@@ -47,20 +43,18 @@ FrmFixSeats::FrmFixSeats(Shell& shell)
     for (int i = 0; i < kSeats; ++i) {
         const auto at = static_cast<std::size_t>(i);
         auto* label = new SeatLabel(this);
-        label->setObjectName(u"lblSeat(%1)"_s.arg(i));
-        label->setGeometry(rectFromTwips(kRing[at].left, kRing[at].top, kSeatWidth, kSeatHeight));
+        placeControl(*label, {kRing[at].left, kRing[at].top, kSeatWidth, kSeatHeight},
+                     u"lblSeat(%1)"_s.arg(i));
         connect(label, &SeatLabel::clicked, this, [this, i] { lblSeat_Click(i); });
         lblSeat[at] = label;
     }
     Label1 = new QLabel(
         u"Click on a name to select, then click on another name to exchange their positions."_s,
         this);
-    Label1->setObjectName(u"Label1"_s);
     Label1->setWordWrap(true);
-    Label1->setGeometry(rectFromTwips(240, 3660, 6000, 600));
+    placeControl(*Label1, {240, 3660, 6000, 600}, u"Label1"_s);
     cmdOK = new QPushButton(u"OK"_s, this);
-    cmdOK->setObjectName(u"cmdOK"_s);
-    cmdOK->setGeometry(rectFromTwips(6960, 3720, 1350, 480));
+    placeControl(*cmdOK, {6960, 3720, 1350, 480}, u"cmdOK"_s);
     cmdOK->setAutoDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &FrmFixSeats::cmdOK_Click);
     clear();
@@ -70,7 +64,7 @@ void FrmFixSeats::clear() {
     for (SeatLabel* label : lblSeat) {
         label->setCaption(u"-"_s);
         label->setEnabled(false);
-        label->setBackColor(kUnused);
+        label->setBackColor(shade::grey);
         label->setLost(false);
         label->seatIndex = -1;
     }
@@ -80,7 +74,7 @@ void FrmFixSeats::clear() {
 void FrmFixSeats::seat(int position, const QString& name, int seatIndex) {
     SeatLabel& label = *lblSeat.at(static_cast<std::size_t>(position));
     label.setCaption(name);
-    label.setBackColor(kPlayer);
+    label.setBackColor(shade::white);
     label.setEnabled(true);
     label.seatIndex = seatIndex;
 }
@@ -98,7 +92,7 @@ void FrmFixSeats::lblSeat_Click(int index) {
     SeatLabel& clicked = *lblSeat.at(static_cast<std::size_t>(index));
     if (seatChosen < 0) {
         choose(index);
-        clicked.setBackColor(kChosen);
+        clicked.setBackColor(shade::red);
         return;
     }
     SeatLabel& chosen = *lblSeat.at(static_cast<std::size_t>(seatChosen));
@@ -109,7 +103,7 @@ void FrmFixSeats::lblSeat_Click(int index) {
     const bool lost = chosen.isLost();
     chosen.setLost(clicked.isLost());
     clicked.setLost(lost);
-    chosen.setBackColor(kPlayer);
+    chosen.setBackColor(shade::white);
     choose(-1);
 }
 

@@ -23,12 +23,6 @@ namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-const QString kProgramTitle = u"Packwise 1.41"_s;
-
-}  // namespace
-
 FrmServer::FrmServer(Shell& shell, Lazy<FrmSecurity>& security, Lazy<FrmFixSeats>& fixSeats,
                      LocalClient& localClient, std::function<double()> draw)
     : Form(u"frmServer"_s, u"Packwise Server"_s, FormBorder::Fixed),
@@ -66,7 +60,7 @@ void FrmServer::load() {
 void FrmServer::cmdOpenPort_Click() {
     const bool runClient = chkClient->isChecked();
     if (runClient && txtName->text().isEmpty()) {
-        shell_.boxes().show(this, Box{u"Name is blank."_s, kProgramTitle});
+        shell_.boxes().show(this, Box{u"Name is blank."_s, programTitle()});
         return;
     }
     if (runClient && txtName->text().contains(QLatin1Char(kTerminator))) {
@@ -154,7 +148,7 @@ void FrmServer::optPack_Click(int index) {
 }
 
 void FrmServer::vsbSecs_Change() const {
-    lblSecs->setText(QString::number(30 - vsbSecs->value()));
+    lblSecs->setText(QString::number(to_client::Info::kMostSeconds - vsbSecs->value()));
 }
 
 bool FrmServer::someConnectionOpen() const {
@@ -184,7 +178,7 @@ bool FrmServer::queryUnload(UnloadMode mode) {
         return true;
     }
     const bool quit =
-        shell_.boxes().show(this, Box{u"Quit? Some connections are still open."_s, kProgramTitle,
+        shell_.boxes().show(this, Box{u"Quit? Some connections are still open."_s, programTitle(),
                                       BoxButtons::YesNo, BoxIcon::Exclamation});
     if (shell_.ended()) {
         return true;

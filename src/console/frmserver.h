@@ -53,8 +53,8 @@ public:
     QRadioButton* optBooster;
     QRadioButton* optRochester;
     QCheckBox* chkTimed;
-    QLabel* lblSecs;      // the seconds of the pick clock, 1 to 30
-    QScrollBar* vsbSecs;  // 30 minus the seconds
+    QLabel* lblSecs;      // the seconds of the pick clock, 1 to kMostSeconds
+    QScrollBar* vsbSecs;  // to_client::Info::kMostSeconds less the seconds
     QCheckBox* chkFixSeats;
     QCheckBox* chkReal;
 
@@ -130,7 +130,6 @@ private:
 
     // The seats.
     void setSeatRow(int row, const QString& text) const;
-    int selectedRow() const;
     void updatePingByRow();
 
     // Opening the port.
@@ -143,7 +142,7 @@ private:
     QString faultOfPacks() const;
     void storeChoices();
     void disableChoices();
-    void showFixSeats(const QStringList& names);
+    void showFixSeats(const QStringList& names);  // by seat index
     void fixSeatsDone();
     // Whether there is no draft to be had any more; the host has then been told.
     bool nobodyIsLeft();

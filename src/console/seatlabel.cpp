@@ -1,6 +1,7 @@
 #include "console/seatlabel.h"
 
 #include "widgets/look.h"
+#include "widgets/shape.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -58,10 +59,10 @@ void SeatLabel::paintEvent(QPaintEvent*) {
     QFont writing = font();
     writing.setStrikeOut(lost_);
     painter.setFont(writing);
-    const bool onWhite = backColor_ == QColor(Qt::white);
+    const bool onWhite = backColor_ == shade::white;
     painter.setPen(onWhite && lost_ ? palette().color(QPalette::PlaceholderText)
-                   : onWhite        ? QColor(Qt::black)
-                                    : QColor(Qt::white));
+                   : onWhite        ? shade::black
+                                    : shade::white);
     const QRect inside = rect().adjusted(kTextMargin, 0, -kTextMargin, 0);
     painter.drawText(inside, Qt::AlignCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(caption_, Qt::ElideRight, inside.width()));

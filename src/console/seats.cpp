@@ -76,8 +76,7 @@ void FrmServer::showPlayer(int seat, const std::string& name, const std::string&
 
 void FrmServer::blink(int seat) {
     Shape& light = *shaLight[static_cast<std::size_t>(seat)];
-    const QColor bright(0, 255, 0);
-    light.setFillColor(light.fillColor() == bright ? QColor(0, 127, 0) : bright);
+    light.setFillColor(light.fillColor() == shade::green ? shade::darkerGreen : shade::green);
 }
 
 // As a client in this program would.

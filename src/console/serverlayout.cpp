@@ -1,5 +1,6 @@
 // The console's controls: what they are, where they stand, and how they reach their handlers.
 #include "console/frmserver.h"
+#include "protocol/messages.h"
 #include "widgets/codepagevalidator.h"
 #include "widgets/look.h"
 #include "widgets/twips.h"
@@ -14,8 +15,6 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QStandardItemModel>
-
-#include <span>
 
 namespace packwise {
 
@@ -35,11 +34,6 @@ constexpr int kNameWidth = 3210;
 constexpr int kNameStep = 300;
 constexpr int kLightLeft = 4980;
 constexpr int kLightSize = 165;
-
-struct Placing {
-    QWidget* control;
-    TwipRect place;
-};
 
 template <class T>
 T* make(QWidget* parent, const QString& name, const QString& caption) {
@@ -92,7 +86,7 @@ void FrmServer::makeDraftFrame() {
     chkTimed->setChecked(true);
     vsbSecs = new QScrollBar(Qt::Vertical, fraDraft);
     nameControl(*vsbSecs, u"vsbSecs"_s, u"Seconds for a pick"_s);
-    vsbSecs->setRange(0, 29);
+    vsbSecs->setRange(0, to_client::Info::kMostSeconds - 1);
     vsbSecs->setPageStep(5);
     vsbSecs->setValue(25);
     vsbSecs->setFocusPolicy(Qt::StrongFocus);
@@ -134,7 +128,7 @@ void FrmServer::makeSeatControls() {
         lstNames->item(i)->setSizeHint(QSize(1, toPixels(kNameStep)));
         auto* light = new Shape(ShapeKind::Circle, this);
         nameControl(*light, u"shaLight(%1)"_s.arg(i), u"Light of player %1"_s.arg(i + 1));
-        light->setFillColor(QColor(255, 0, 0));
+        light->setFillColor(shade::red);
         light->hide();
         shaLight[static_cast<std::size_t>(i)] = light;
     }
@@ -151,46 +145,39 @@ void FrmServer::makeSeatControls() {
 
 void FrmServer::placeControls() {
     setClientSizeTwips(kConsoleWidth, kConsoleHeight);
-    const Placing inWindow[] = {
-        {lblPortQ, {180, 180, 510, 390}},
-        {txtPort, {735, 180, 840, 390}},
-        {cmdOpenPort, {1740, 180, 1380, 390}},
-        {chkClient, {180, 705, 1500, 390}},
-        {txtName, {1740, 705, 1980, 390}},
-        {fraDraft, {180, 1245, 4560, 2040}},
-        {fraPacks, {180, 3390, 4560, 2940}},
-        {Image1, {7980, 180, 480, 480}},
-        {lstNames, {kNameLeft, kNameTop, kNameWidth, kSeats * kNameStep + 30}},
-        {cmdKick, {5250, 3495, 1200, 390}},
-        {cmdPing, {6525, 3495, 1200, 390}},
-        {txtPing, {7800, 3495, 660, 390}},
-        {chkHalt, {5250, 4080, 3210, 330}},
-        {chkSilence, {5250, 4440, 3210, 330}},
-        {cmdStart, {5250, 5610, 3210, 720}},
-    };
-    const Placing inFraDraft[] = {
-        {optBooster, {180, 390, 1800, 330}}, {optRochester, {180, 765, 1800, 330}},
-        {chkTimed, {2280, 390, 1200, 330}},  {lblSecs, {2280, 765, 1050, 330}},
-        {vsbSecs, {3600, 390, 300, 1440}},   {chkFixSeats, {180, 1140, 1950, 330}},
-        {chkReal, {180, 1515, 1950, 330}},
-    };
-    for (const std::span<const Placing> table :
-         {std::span<const Placing>(inWindow), std::span<const Placing>(inFraDraft)}) {
-        for (const Placing& row : table) {
-            row.control->setGeometry(rectFromTwips(row.place));
-        }
-    }
+    placeControl(*lblPortQ, {180, 180, 510, 390});
+    placeControl(*txtPort, {735, 180, 840, 390});
+    placeControl(*cmdOpenPort, {1740, 180, 1380, 390});
+    placeControl(*chkClient, {180, 705, 1500, 390});
+    placeControl(*txtName, {1740, 705, 1980, 390});
+    placeControl(*fraDraft, {180, 1245, 4560, 2040});
+    placeControl(*fraPacks, {180, 3390, 4560, 2940});
+    placeControl(*Image1, {7980, 180, 480, 480});
+    placeControl(*lstNames, {kNameLeft, kNameTop, kNameWidth, kSeats * kNameStep + 30});
+    placeControl(*cmdKick, {5250, 3495, 1200, 390});
+    placeControl(*cmdPing, {6525, 3495, 1200, 390});
+    placeControl(*txtPing, {7800, 3495, 660, 390});
+    placeControl(*chkHalt, {5250, 4080, 3210, 330});
+    placeControl(*chkSilence, {5250, 4440, 3210, 330});
+    placeControl(*cmdStart, {5250, 5610, 3210, 720});
+    placeControl(*optBooster, {180, 390, 1800, 330});
+    placeControl(*optRochester, {180, 765, 1800, 330});
+    placeControl(*chkTimed, {2280, 390, 1200, 330});
+    placeControl(*lblSecs, {2280, 765, 1050, 330});
+    placeControl(*vsbSecs, {3600, 390, 300, 1440});
+    placeControl(*chkFixSeats, {180, 1140, 1950, 330});
+    placeControl(*chkReal, {180, 1515, 1950, 330});
     for (int i = 0; i < kSeats; ++i) {
         const int middle = kNameTop + 15 + i * kNameStep + kNameStep / 2;
-        shaLight[static_cast<std::size_t>(i)]->setGeometry(
-            rectFromTwips(kLightLeft, middle - kLightSize / 2, kLightSize, kLightSize));
+        placeControl(*shaLight[static_cast<std::size_t>(i)],
+                     {kLightLeft, middle - kLightSize / 2, kLightSize, kLightSize});
     }
     for (int i = 0; i < kMostPacks; ++i) {
         const auto at = static_cast<std::size_t>(i);
         const int top = kPackTop + i * kPackStep;
-        cboPack[at]->setGeometry(rectFromTwips(525, top, 3855, 375));
+        placeControl(*cboPack[at], {525, top, 3855, 375});
         if (optPack[at]) {
-            optPack[at]->setGeometry(rectFromTwips(180, top + 22, 315, 330));
+            placeControl(*optPack[at], {180, top + 22, 315, 330});
         }
     }
 }

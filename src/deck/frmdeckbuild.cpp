@@ -3,7 +3,6 @@
 #include "deck/frmsave.h"
 #include "platform/codepage.h"
 #include "widgets/look.h"
-#include "widgets/twips.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -23,7 +22,6 @@ constexpr int kCardGap = 240;          // twips between this window and the card
 constexpr int kLeastDeck = 40;
 constexpr int kMostFreeLands = 100;
 
-const QString kNoticeCaption = u"Packwise 1.41"_s;
 const QString kSeparator = u" "_s;
 const QString kHeadingStart = u"---"_s;
 const std::array kHeadings = {u"---BLACK---"_s, u"---BLUE---"_s,  u"---GREEN---"_s,
@@ -101,26 +99,26 @@ void FrmDeckBuild::createControls() {
 }
 
 void FrmDeckBuild::placeControls() {
-    const ControlRow rows[] = {
-        {Label1, u"Label1", u"", {120, 90, 1500, 270}},
-        {lblSBCount, u"lblSBCount", u"", {2310, 90, 600, 270}},
-        {lstSB, u"lstSB", u"Sideboard", {120, 375, 2790, 4500}},
-        {cmdTextSB, u"cmdTextSB", u"Text of the sideboard card", {120, 4935, 750, 345}},
-        {cmdAdd, u"cmdAdd", u"To the deck", {2985, 1950, 405, 405}},
-        {cmdTake, u"cmdTake", u"To the sideboard", {2985, 2475, 405, 405}},
-        {lblDeck, u"lblDeck", u"", {3465, 90, 1500, 270}},
-        {lblDeckCount, u"lblDeckCount", u"", {5655, 90, 600, 270}},
-        {lstDeck, u"lstDeck", u"Deck", {3465, 375, 2790, 4500}},
-        {cmdTextDeck, u"cmdTextDeck", u"Text of the deck card", {3465, 4935, 750, 345}},
-        {lblLand, u"lblLand", u"", {120, 5430, 1500, 270}},
-        {cmdLand[0], u"cmdLand(0)", u"", {120, 5715, 1170, 390}},
-        {cmdLand[1], u"cmdLand(1)", u"", {1350, 5715, 1170, 390}},
-        {cmdLand[2], u"cmdLand(2)", u"", {2580, 5715, 1170, 390}},
-        {cmdLand[3], u"cmdLand(3)", u"", {3810, 5715, 1215, 390}},
-        {cmdLand[4], u"cmdLand(4)", u"", {5085, 5715, 1170, 390}},
-        {chkSnow, u"chkSnow", u"", {120, 6225, 1500, 390}},
-        {cmdSave, u"cmdSave", u"", {4755, 6225, 1500, 390}}};
-    packwise::placeControls(rows);
+    placeControl(*Label1, {120, 90, 1500, 270}, u"Label1"_s);
+    placeControl(*lblSBCount, {2310, 90, 600, 270}, u"lblSBCount"_s);
+    placeControl(*lstSB, {120, 375, 2790, 4500}, u"lstSB"_s, u"Sideboard"_s);
+    placeControl(*cmdTextSB, {120, 4935, 750, 345}, u"cmdTextSB"_s,
+                 u"Text of the sideboard card"_s);
+    placeControl(*cmdAdd, {2985, 1950, 405, 405}, u"cmdAdd"_s, u"To the deck"_s);
+    placeControl(*cmdTake, {2985, 2475, 405, 405}, u"cmdTake"_s, u"To the sideboard"_s);
+    placeControl(*lblDeck, {3465, 90, 1500, 270}, u"lblDeck"_s);
+    placeControl(*lblDeckCount, {5655, 90, 600, 270}, u"lblDeckCount"_s);
+    placeControl(*lstDeck, {3465, 375, 2790, 4500}, u"lstDeck"_s, u"Deck"_s);
+    placeControl(*cmdTextDeck, {3465, 4935, 750, 345}, u"cmdTextDeck"_s,
+                 u"Text of the deck card"_s);
+    placeControl(*lblLand, {120, 5430, 1500, 270}, u"lblLand"_s);
+    placeControl(*cmdLand[0], {120, 5715, 1170, 390}, u"cmdLand(0)"_s);
+    placeControl(*cmdLand[1], {1350, 5715, 1170, 390}, u"cmdLand(1)"_s);
+    placeControl(*cmdLand[2], {2580, 5715, 1170, 390}, u"cmdLand(2)"_s);
+    placeControl(*cmdLand[3], {3810, 5715, 1215, 390}, u"cmdLand(3)"_s);
+    placeControl(*cmdLand[4], {5085, 5715, 1170, 390}, u"cmdLand(4)"_s);
+    placeControl(*chkSnow, {120, 6225, 1500, 390}, u"chkSnow"_s);
+    placeControl(*cmdSave, {4755, 6225, 1500, 390}, u"cmdSave"_s);
     setSizeTwips(kCaptionedWidth, 7065);
 }
 
@@ -279,7 +277,7 @@ int FrmDeckBuild::placeInSideboard(int group) const {
 void FrmDeckBuild::cmdLand_Click(int index) {
     if (freeLands == kMostFreeLands) {
         shell_.boxes().show(this, Box{u"I have to draw the line somewhere! No more land!"_s,
-                                      kNoticeCaption, BoxButtons::Ok, BoxIcon::Exclamation});
+                                      programTitle(), BoxButtons::Ok, BoxIcon::Exclamation});
         for (QPushButton* button : cmdLand) {
             button->setEnabled(false);
         }
@@ -326,7 +324,7 @@ bool FrmDeckBuild::queryUnload(UnloadMode mode) {
     if (!isEnabled()) {
         return false;  // Save As is open
     }
-    const bool quit = shell_.boxes().show(this, Box{u"Quit without saving?"_s, kNoticeCaption,
+    const bool quit = shell_.boxes().show(this, Box{u"Quit without saving?"_s, programTitle(),
                                                     BoxButtons::YesNo, BoxIcon::Exclamation});
     if (!quit || shell_.ended()) {
         return false;

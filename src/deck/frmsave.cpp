@@ -4,7 +4,6 @@
 #include "platform/timestamp.h"
 #include "platform/wholefile.h"
 #include "widgets/look.h"
-#include "widgets/twips.h"
 
 #include <QComboBox>
 #include <QDateTime>
@@ -52,13 +51,12 @@ FrmSave::FrmSave(Shell& shell)
 }
 
 void FrmSave::placeControls() {
-    const ControlRow rows[] = {{dlbDrive, u"dlbDrive", u"Drive", {120, 120, 3000, 360}},
-                               {dlbDir, u"dlbDir", u"Folder", {120, 540, 3000, 3300}},
-                               {flbFile, u"flbFile", u"Deck files", {3240, 120, 3000, 3720}},
-                               {txtSaveName, u"txtSaveName", u"File name", {120, 3960, 3720, 375}},
-                               {cmdOK, u"cmdOK", u"", {3960, 3960, 1080, 375}},
-                               {cmdCancel, u"cmdCancel", u"", {5160, 3960, 1080, 375}}};
-    packwise::placeControls(rows);
+    placeControl(*dlbDrive, {120, 120, 3000, 360}, u"dlbDrive"_s, u"Drive"_s);
+    placeControl(*dlbDir, {120, 540, 3000, 3300}, u"dlbDir"_s, u"Folder"_s);
+    placeControl(*flbFile, {3240, 120, 3000, 3720}, u"flbFile"_s, u"Deck files"_s);
+    placeControl(*txtSaveName, {120, 3960, 3720, 375}, u"txtSaveName"_s, u"File name"_s);
+    placeControl(*cmdOK, {3960, 3960, 1080, 375}, u"cmdOK"_s);
+    placeControl(*cmdCancel, {5160, 3960, 1080, 375}, u"cmdCancel"_s);
     setClientSizeTwips(6360, 4455);
 }
 

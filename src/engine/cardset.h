@@ -52,8 +52,8 @@ struct CardPools {
 
 // The dealer's reading of a .pw file. Nothing when it cannot be opened, is empty or damaged, larger
 // than 64 MiB, holds more than kMostCardsInPool cards of a mark, one without a name or whose colour
-// is none of kTokenColors or whose token is longer than kMostTokenBytes, asks for more than
-// kMostCardsInPack cards, or cannot fill its pack.
+// is none of kTokenColors or whose token is longer than kMostTokenBytes, asks for no card or more
+// than kMostCardsInPack, or cannot fill its pack.
 std::optional<CardPools> readCardPools(const std::filesystem::path& file);
 
 // The popup's scan of a .pw file: the record of that name, else the END record, else a record with

@@ -17,7 +17,7 @@ namespace packwise {
 struct DraftTable {
     int playerCount = 0;               // 1 to 8 in a draft
     int packCount = 0;                 // 3 to 6
-    int roundNo = 0;                   // see the flows
+    int roundNo = 0;                   // Booster: the round; Rochester: the pack of the set; from 1
     std::array<int, kSeats> tableOf;   // by seat index: table position or -1
     std::array<int, kSeats> socketAt;  // by table position: socket number 1 to 8, or 0
 
@@ -41,8 +41,8 @@ public:
     virtual void broadcastInDraft(std::string_view message) = 0;
 
     // Deals `count` packs (1 to 8) of the set of the pack number 0 to 5, all in the same way and so
-    // of the same size. None when the card data cannot be read: the user has then been told and
-    // the program is ending, so the flow just stops.
+    // of the same size. None when the card data cannot be read or the draft has been stopped; the
+    // flow then stops without a word.
     virtual std::vector<Pack> makePacks(int packIndex, int count) = 0;
 
     // Display name of the set of the pack number 0 to 5.
@@ -58,7 +58,7 @@ public:
     // taken at random in its place.
     virtual void tellReplacedPick(int socket) = 0;
 
-    // Starts the timer that answers for lost players. It stays on.
+    // Asks for the ticks that answer for lost players, for the rest of the draft.
     virtual void enableRandoms() = 0;
 
     // The draft has ended; called before "OVER~" goes out.

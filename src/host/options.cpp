@@ -3,6 +3,7 @@
 #include "platform/codepage.h"
 #include "platform/setfiles.h"
 #include "protocol/framing.h"
+#include "protocol/messages.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>
@@ -19,7 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int kFewestPacks = 3;
-constexpr int kMostPickSeconds = 30;
+constexpr int kMostPickSeconds = to_client::Info::kMostSeconds;
 constexpr int kMostTables = 1000;
 constexpr int kMostLingerMinutes = 7 * 24 * 60;
 

@@ -1,5 +1,5 @@
 // The code page: text is Windows-1252 bytes on the wire, in files and in the heart, and Unicode on
-// the screen. It changes here alone.
+// the screen. It changes here alone; only a set's file name is made in engine/cardset.
 #pragma once
 
 #include <QString>

@@ -91,7 +91,7 @@ QString writeInPlace(const QString& path, QByteArrayView bytes) {
 QString writeWholeFile(const QString& path, QByteArrayView bytes) {
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly | kUnbuffered)) {
-        const QString reason = putOnDisk(file, bytes);
+        QString reason = putOnDisk(file, bytes);
         if (!reason.isEmpty()) {
             file.cancelWriting();
             return reason;  // the disk is full, and no better in place
@@ -108,7 +108,7 @@ QString whyNotWritable(const QString& path, qint64 size) {
     if (QFileInfo::exists(path)) {
         QSaveFile beside(path);
         if (beside.open(QIODevice::WriteOnly | kUnbuffered)) {
-            const QString reason = put(beside, trial);
+            QString reason = put(beside, trial);
             beside.cancelWriting();
             return reason;
         }
@@ -121,7 +121,7 @@ QString whyNotWritable(const QString& path, qint64 size) {
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | kUnbuffered)) {
         return file.errorString();
     }
-    const QString reason = put(file, trial);
+    QString reason = put(file, trial);
     file.remove();
     return reason;
 }

@@ -12,6 +12,7 @@ namespace packwise {
 
 inline constexpr char kTerminator = '~';
 inline constexpr char kFieldEnd = '|';
+// What VERS tells; not a version of the program.
 inline constexpr std::string_view kProtocolVersion = "1.41";
 inline constexpr int kSeats = 8;
 inline constexpr int kMostPacks = 6;

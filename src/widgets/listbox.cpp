@@ -43,6 +43,11 @@ QStringList ListBox::texts() const {
     return all;
 }
 
+int ListBox::selectedRow() const {
+    const QList<QListWidgetItem*> selected = selectedItems();
+    return selected.isEmpty() ? -1 : row(selected.first());
+}
+
 void ListBox::removeRow(int row) {
     const bool wasCurrent = row == currentRow();
     delete takeItem(row);

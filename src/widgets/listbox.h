@@ -28,6 +28,11 @@ public:
     void setText(int row, const QString& text);
     QStringList texts() const;
 
+    // The selected row, the first of several, or -1. Not the current row: the keyboard's place may
+    // be on a row that is not selected, and a press that is dragged selects a row before it makes
+    // it current.
+    int selectedRow() const;
+
     // Removes a row. If it was the current one, no row is current afterwards.
     void removeRow(int row);
 

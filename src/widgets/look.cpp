@@ -75,11 +75,13 @@ void nameControl(QWidget& control, const QString& name, const QString& spoken) {
     }
 }
 
-void placeControls(std::span<const ControlRow> rows) {
-    for (const ControlRow& row : rows) {
-        nameControl(*row.control, QString::fromUtf16(row.name), QString::fromUtf16(row.spoken));
-        row.control->setGeometry(rectFromTwips(row.place));
+void placeControl(QWidget& control, const TwipRect& place, const QString& name,
+                  const QString& spoken) {
+    if (!name.isEmpty()) {
+        nameControl(control, name, spoken);
     }
+    control.setGeometry(toPixels(place.left), toPixels(place.top), toPixels(place.width),
+                        toPixels(place.height));
 }
 
 QString plainToolTip(const QString& text) {

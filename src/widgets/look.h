@@ -6,8 +6,6 @@
 
 #include <QFont>
 
-#include <span>
-
 class QApplication;
 class QWidget;
 
@@ -25,15 +23,9 @@ QFont fixedPitchFont(int pixelSize = 13, bool bold = false);
 // Gives a control its name, and for one without a caption the name that a screen reader speaks.
 void nameControl(QWidget& control, const QString& name, const QString& spoken = {});
 
-// A control, the names that nameControl() gives it, and its place.
-struct ControlRow {
-    QWidget* control;
-    const char16_t* name;
-    const char16_t* spoken;
-    TwipRect place;
-};
-
-void placeControls(std::span<const ControlRow> rows);
+// Puts a control to its place in its parent; with a name, nameControl() gives it that, too.
+void placeControl(QWidget& control, const TwipRect& place, const QString& name = {},
+                  const QString& spoken = {});
 
 // A tool tip that shows a text as it stands, whatever tags it seems to hold: its start, wrapped
 // when it is long.

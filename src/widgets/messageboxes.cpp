@@ -1,5 +1,8 @@
 #include "widgets/messageboxes.h"
 
+#include "platform/codepage.h"
+#include "protocol/framing.h"
+
 #include <QMessageBox>
 
 #include <utility>
@@ -7,6 +10,10 @@
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
+
+QString programTitle() {
+    return u"Packwise "_s + fromBytes(kProtocolVersion);
+}
 
 void MessageBoxes::setHook(Hook hook) {
     hook_ = std::move(hook);

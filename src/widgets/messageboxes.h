@@ -9,6 +9,10 @@ class QWidget;
 
 namespace packwise {
 
+// "Packwise" and the version of the protocol that it speaks: the title of the start window and of
+// the program's notices.
+QString programTitle();
+
 enum class BoxButtons { Ok, YesNo };
 enum class BoxIcon { None, Exclamation };
 

@@ -1,10 +1,23 @@
-// A filled circle or rectangle: lights, dots and bars whose colours carry state.
+// A filled circle or rectangle: lights, dots and bars whose colours carry state; and these colours.
 #pragma once
 
 #include <QColor>
 #include <QWidget>
 
 namespace packwise {
+
+// What a light, a dot, a border or a place at the table can say.
+namespace shade {
+inline constexpr QColor black{0, 0, 0};
+inline constexpr QColor white{255, 255, 255};
+inline constexpr QColor grey{128, 128, 128};
+inline constexpr QColor noDot{192, 192, 192};
+inline constexpr QColor emptySeat{224, 224, 224};
+inline constexpr QColor red{255, 0, 0};
+inline constexpr QColor green{0, 255, 0};
+inline constexpr QColor darkGreen{0, 192, 0};    // of the player's light, every other message
+inline constexpr QColor darkerGreen{0, 127, 0};  // likewise of the host's lights
+}  // namespace shade
 
 enum class ShapeKind { Circle, Rectangle };
 

@@ -1,8 +1,6 @@
 // Places and sizes of windows and controls are told in twips: 15 to a device-independent pixel.
 #pragma once
 
-#include <QRect>
-
 namespace packwise {
 
 inline constexpr int kTwipsPerPixel = 15;
@@ -22,14 +20,5 @@ struct TwipRect {
     int width;
     int height;
 };
-
-inline QRect rectFromTwips(const TwipRect& place) {
-    return QRect(toPixels(place.left), toPixels(place.top), toPixels(place.width),
-                 toPixels(place.height));
-}
-
-inline QRect rectFromTwips(int left, int top, int width, int height) {
-    return rectFromTwips({left, top, width, height});
-}
 
 }  // namespace packwise

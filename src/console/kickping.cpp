@@ -10,16 +10,9 @@ namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
 
-int FrmServer::selectedRow() const {
-    // Not the current row: reaching the list with Tab makes its first row current, but selects
-    // nothing, and a press that is dragged selects a row before it makes it current.
-    const QList<QListWidgetItem*> selected = lstNames->selectedItems();
-    return selected.isEmpty() ? -1 : lstNames->row(selected.first());
-}
-
 void FrmServer::updatePingByRow() {
     pingLentFocus_ = false;
-    const int row = selectedRow();
+    const int row = lstNames->selectedRow();
     cmdPing->setEnabled(row >= 0 && lstNames->text(row) != u" ");
 }
 
@@ -31,7 +24,7 @@ void FrmServer::lstNames_Click() {
 }
 
 void FrmServer::cmdKick_Click() {
-    const int row = selectedRow();
+    const int row = lstNames->selectedRow();
     if (row < 0 || lstNames->text(row) == u" ") {
         return;
     }
@@ -39,7 +32,7 @@ void FrmServer::cmdKick_Click() {
 }
 
 void FrmServer::cmdPing_Click() {
-    const int num = selectedRow() + 1;
+    const int num = lstNames->selectedRow() + 1;
     if (num < 1 || !server_.ping(num)) {
         return;
     }
@@ -61,7 +54,7 @@ void FrmServer::tmrPing_Timer() {
 void FrmServer::showPong(int seconds) {
     txtPing->setText(QString::number(seconds));
     tmrPing->stop();
-    if (selectedRow() >= 0) {
+    if (lstNames->selectedRow() >= 0) {
         cmdPing->setEnabled(true);
         if (std::exchange(pingLentFocus_, false) && focusWidget() == lstNames) {
             cmdPing->setFocus();
