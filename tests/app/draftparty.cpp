@@ -146,13 +146,4 @@ bool DraftParty::allBuildDecks() const {
     });
 }
 
-void DraftParty::leave(int seatIndex) {
-    PlayerProgram& leaving = player(seatIndex);
-    leaving.script.expect(u"Are you sure?"_s, true);
-    leaving.client().closeByUser();
-    leaving.client().tmrClose_Timer();
-    EXPECT_TRUE(leaving.program.ended());
-    leaving.gone = true;
-}
-
 }  // namespace packwise

@@ -80,9 +80,6 @@ public:
     // Whether everybody who is still there has the deck builder on the screen.
     bool allBuildDecks() const;
 
-    // The player leaves by the close box of the draft window.
-    void leave(int seatIndex);
-
 private:
     int packs_;
     DraftChoices choices_;

@@ -125,6 +125,8 @@ public:
                 EXPECT_EQ(player.program.frmMessage->lstNames->text(seat_), name);
                 EXPECT_EQ(player.program.frmSecurity->lstNames->text(seat_), name);
                 EXPECT_EQ(player.client().lstPickedNS->count(), picksOfEach());
+                const QString told = player.program.frmMessage->lstMessage->texts().join(u' ');
+                EXPECT_FALSE(told.contains(u"sent no card"_s)) << told.toStdString();
             }
         }
         EXPECT_EQ(console().server().state(),

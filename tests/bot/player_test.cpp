@@ -106,28 +106,12 @@ TEST_F(PlayerTest, TakesAServerThatFallsSilentAsGone) {
     EXPECT_EQ(player.ending(), Player::Ending::Lost);
 }
 
-TEST_F(PlayerTest, IgnoresWhatIsNoMessage) {
+TEST_F(PlayerTest, AnswersNothingThatIsNotAsked) {
     answer(kJoin);
     answer(kBooster);
-    const std::string sixteen = [] {
-        std::string pack = "BOOS";
-        for (int i = 0; i < 16; ++i) {
-            pack += "UCard|";
-        }
-        return pack + "~";
-    }();
-    for (const std::string_view bytes :
-         {std::string_view("~~ABC~HELO9~HELOx~HELO~HELO3~"), std::string_view("NAME~NAME8X~NAMEx~"),
-          std::string_view("DROP~DROP9~SEAT~SEAT1~SEAT18~SEAT1x~SEAT111~"),
-          std::string_view("PAKSA|B~PAKS~INFO~INFOX~TURN2~TURNx~REVW~RPAU~"),
-          std::string_view("RPCK~RPCK1~RPCK1x~RPCK199~RPCK1-1~RPCK!~RPCK10!~"),
-          std::string_view("BOOS~BOOSUCard~BOOSU|~BOOS||~BSTA9~RSTA~CODE~CODE9~SNOW~"),
-          std::string_view(sixteen), std::string_view("nonsense\xFF\x00\x80~", 12)}) {
-        EXPECT_EQ(answer(bytes), "") << bytes;
-    }
+    EXPECT_EQ(answer("~~ABC~HELO9~PAKSA|B~INFOX~TURN2~REVW~RPAU~RPCK10~BOOS~nonsense\xFF~"), "");
     EXPECT_EQ(answer("ROUN1~BOOSUReal|~"), "CARDUReal~BPCK~");
     EXPECT_EQ(answer("INFOR1x~INFOR~TURN2~RPCK10~"), "");
-    EXPECT_FALSE(link.over);
 }
 
 TEST_F(PlayerTest, PicksByTheCardFilesOfTheDraftsSets) {

@@ -45,30 +45,4 @@ void ClientWorld::tell(std::string_view messages) {
     ASSERT_TRUE(server.hears("TEST~")) << messages;
 }
 
-QStringList ClientWorld::everything() {
-    QStringList all;
-    const Form* windows[] = {&frmClient(), &frmMessage(), &frmDeckBuild(), &frmSecurity(),
-                             &frmCard()};
-    for (const Form* window : windows) {
-        all += u"%1 %2 %3 %4"_s.arg(window->objectName(), window->windowTitle())
-                   .arg(window->isVisible())
-                   .arg(window->heightTwips());
-        for (const QWidget* control : window->findChildren<QWidget*>()) {
-            QString line = control->objectName() + u' ' + QString::number(control->isHidden()) +
-                           QString::number(control->isEnabled());
-            if (const auto* list = qobject_cast<const ListBox*>(control)) {
-                line += list->texts().join(u'/') + list->textColor().name();
-            } else if (const auto* shape = qobject_cast<const Shape*>(control)) {
-                line += shape->objectName() == u"shaLight"_s
-                            ? QString()
-                            : shape->fillColor().name() + shape->borderColor().name();
-            } else {
-                line += control->property("text").toString();
-            }
-            all += line;
-        }
-    }
-    return all;
-}
-
 }  // namespace packwise

@@ -35,9 +35,6 @@ public:
     // it wrote anything.
     void tell(std::string_view messages);
 
-    // Everything that the client and its companions show and hold, but for the link's light.
-    QStringList everything();
-
     FakeShell shell;
     QTcpServer listener;
     Peer server;

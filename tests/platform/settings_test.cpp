@@ -1,5 +1,3 @@
-#include "platform/settings.h"
-
 #include "platform/settingsstore.h"
 #include "support/faults.h"
 #include "support/test.h"
@@ -53,31 +51,6 @@ TEST(SettingsStore, ASectionComesInTheOrderOfItsKeys) {
     }
     EXPECT_EQ(values,
               (QStringList{u"First, with a comma"_s, u"Second"_s, u"Tenth"_s, u"By hand"_s}));
-}
-
-TEST(Settings, AreStoredWhereTheyAlwaysWere) {
-    using namespace setting;
-    const Key keys[] = {serverPort,  runClient,   draftType,    timed,       time,
-                        fixSeats,    packCount,   pack[0],      pack[1],     pack[2],
-                        pack[3],     pack[4],     pack[5],      silence,     halt,
-                        reality,     clientName,  clientPort,   showInfo,    savePath,
-                        serverPlace, clientPlace, messagePlace, messageSize, securityPlace};
-    const QString stored =
-        u"Server/Port=5252, Server/RunClient=1, Server/DraftType=B, Server/Timed=1, "
-        u"Server/Time=25, "
-        u"Server/FixSeats=0, Server/PackCount=3, Server/Pack1=, Server/Pack2=, Server/Pack3=, "
-        u"Server/Pack4=, Server/Pack5=, Server/Pack6=, Server/Silence=0, Server/Halt=0, "
-        u"Server/Reality=0, Client/Name=, Client/Port=5252, Client/ShowInfo=1, Client/SavePath=, "
-        u"Forms/Server=0 0, Forms/Client=0 0, Forms/Message=0 0, Forms/MessageSize=5895 2385, "
-        u"Forms/Security=0 0"_s;
-    const StoreFile file;
-    const SettingsStore empty(file.path);
-    QStringList all;
-    for (const Key& key : keys) {
-        const SettingsStore::Entry entry = key.entry(key.read(empty));
-        all += entry.section + u'/' + entry.key + u'=' + entry.value;
-    }
-    EXPECT_EQ(all.join(u", "_s), stored);
 }
 
 }  // namespace

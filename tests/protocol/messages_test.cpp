@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <iterator>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace packwise {
 namespace {
@@ -69,14 +72,25 @@ TEST(Messages, OfTheServerAreReadAndWritten) {
         to_client::dispatch(message.substr(0, message.size() - 1), echo);
         EXPECT_EQ(echo.text, message);
     }
-    for (const std::string bad :
-         {"HELO",    "HELO0",      "HELO9",          "HELO01",         "NAME",   "NAME8x",
-          "ADDRx",   "DROP",       "DROP8",          "DROP01",         "SEAT0",  "SEAT08",
-          "SEAT000", "PAKSA|B|C|", "PAKSA|B|C|||||", "PAKSA|B|C||||x", "INFO",   "INFOR1",
-          "INFOR10", "INFOR131",   "INFOR199",       "BOOSU|",         "BOOSUa", "BSTA8",
-          "BSTA00",  "RSTA",       "TURN0",          "TURN9",          "RPCK",   "RPCK0",
-          "RPCK80",  "RPCK015",    "RPCK0!!",        "CODE",           "CODE0",  "CODE0x",
-          "CODE81"}) {
+    // A blank stands between two of them.
+    std::istringstream broken(
+        "HELO HELOx HELO0 HELO9 HELO-1 HELO01 HELO1x NAME NAME8x NAMEEve NAME\xFF ADDR ADDRx "
+        "ADDR9127.0.0.1 DROP DROP8 DROP01 DROP-1 SEAT SEAT0 SEAT08 SEAT81 SEAT000 SEATxy PAKS "
+        "PAKSA|B|C| PAKSA|B|C||| PAKSA|B|C||||| PAKSA|B|C||||x INFO INFOR1 INFOR10 INFOR131 "
+        "INFOR1x INFOR1-3 INFOR1999999999999 BOOSnobar BOOSUa BOOSUa|Bb BOOS| BOOSU| BSTA BSTA8 "
+        "BSTA00 BSTA-1 RSTA RSTAx TURN TURN0 TURN9 TURN-1 RPCK RPCK0 RPCK! RPCK80 RPCK015 RPCK0-1 "
+        "RPCKx0 RPCK0x RPCK0!! RPCK099999999999 CODE CODE0 CODE0x CODE81 CODE1--1 "
+        "CODE199999999999");
+    std::vector<std::string> all(std::istream_iterator<std::string>(broken), {});
+    std::string sixteen = "BOOS";
+    for (int card = 0; card < 16; ++card) {
+        sixteen += "UCard|";
+    }
+    all.push_back(sixteen);
+    for (const char* letters : {"HELO", "DROP", "SEAT", "TURN", "RPCK", "BSTA", "CODE"}) {
+        all.push_back(letters + std::string(60000, '9'));
+    }
+    for (const std::string& bad : all) {
         Echo echo;
         to_client::dispatch(bad, echo);
         EXPECT_EQ(echo.text, "") << bad;

@@ -20,16 +20,6 @@ TEST(ListBox, RemovingTheCurrentRowLeavesNoneCurrentAndAnotherLeavesItOnItsCard)
     EXPECT_EQ(list.texts(), QStringList{u"b"_s});
 }
 
-TEST(ListBox, RowsOutsideTheListAreHarmless) {
-    ListBox list;
-    list.fill(8, u" "_s);
-    list.setText(8, u"x"_s);
-    list.setText(-1, u"x"_s);
-    list.removeRow(8);
-    EXPECT_EQ(list.text(9), QString());
-    EXPECT_EQ(list.texts(), QStringList(8, u" "_s));
-}
-
 TEST(ListBox, TellsACutRowAsItStands) {
     ListBox list;
     list.addItems({u"Fire & Ice"_s, u"<b>Fire</b> & Ice"_s});
