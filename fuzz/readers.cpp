@@ -105,7 +105,7 @@ constexpr FuzzedReader kReaders[] = {
     {"cardfile", readCardFileBytes},
     {"orderfile", readOrderFileBytes},
     {"server", fuzzServer},
-    {"messages", fuzzMessages},
+    {.name = "messages", .read = fuzzMessages, .longest = 256},
 };
 
 }  // namespace

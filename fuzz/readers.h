@@ -13,6 +13,8 @@ struct FuzzedReader {
     void (*read)(std::string_view bytes);
     // How many beginnings of a file, each a byte longer than the last, are replayed beside it.
     std::size_t replayedCuts = 400;
+    // What the fuzzer feeds at most, in bytes; more only takes longer. 0 leaves it to the corpus.
+    int longest = 0;
 };
 
 // Those that are linked.
