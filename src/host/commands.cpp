@@ -29,7 +29,7 @@ Host::Typed Host::read(const QString& line) {
     Typed typed;
     QString rest = line.trimmed();
     const auto takeWord = [&rest] {
-        const QString word = rest.section(u' ', 0, 0);
+        QString word = rest.section(u' ', 0, 0);
         rest = rest.mid(word.size()).trimmed();
         return word;
     };

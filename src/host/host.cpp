@@ -26,7 +26,7 @@ Host::Host(HostOptions options, Say say, QObject* parent)
 }
 
 QString Host::open() {
-    const QString fault = faultOfSets(options_);
+    QString fault = faultOfSets(options_);
     if (!fault.isEmpty()) {
         return fault;
     }

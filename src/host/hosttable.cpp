@@ -220,7 +220,7 @@ QString HostTable::start() {
         return u"Nobody is seated yet."_s;
     }
     // Card data that turns out to be unusable in a later round would cost everybody the draft.
-    const QString fault = faultOfSets(options_);
+    QString fault = faultOfSets(options_);
     if (fault.isEmpty()) {
         secondsToStart_ = 0;
         run([this] { startDraft(); });

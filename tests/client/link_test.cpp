@@ -197,8 +197,9 @@ TEST(ClientLink, TellsWhyTheDraftWasStoppedAndWhatToDoAfterIt) {
         world.tell(word);
         world.server.say(end);
         const ListBox& chat = *world.frmMessage->lstMessage;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return chat.texts().join(QString()) == lines; }))
-            << chat.texts().join(u'|').toStdString();
+        EXPECT_TRUE(QTest::qWaitFor([&, &wanted = lines] {
+            return chat.texts().join(QString()) == wanted;
+        })) << chat.texts().join(u'|').toStdString();
     }
 }
 
