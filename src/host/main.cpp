@@ -9,6 +9,7 @@
 using packwise::HostOptions;
 
 int main(int argc, char** argv) {
+    packwise::keepStandardStreams();
     QCoreApplication application(argc, argv);
     packwise::PrintableStream toOutput(stdout);
     packwise::PrintableStream toErrors(stderr);
@@ -23,7 +24,10 @@ int main(int argc, char** argv) {
     }
 
     packwise::Interrupt interrupt;
-    packwise::Host host(*line.options, [&out](const QString& text) { out << text << Qt::endl; });
+    packwise::Host host(*line.options, [&out](const QString& text) {
+        out << text << Qt::endl;
+        out.resetStatus();  // a disk that was full may have room again
+    });
     QObject::connect(&interrupt, &packwise::Interrupt::interrupted, &host, &packwise::Host::quit);
     QObject::connect(
         &host, &packwise::Host::finished, &application,

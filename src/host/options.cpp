@@ -99,7 +99,7 @@ QStringList withEachSetNamed(const QStringList& arguments) {
 QStringList readSettings(const QString& path, bool withSets, QString& fault) {
     const QFileInfo file(path);
     const QSettings settings(path, QSettings::IniFormat);
-    if (!file.isFile() || !file.isReadable() || settings.status() != QSettings::NoError) {
+    if (!file.isFile() || !file.isReadable()) {
         fault = u"The settings file "_s + path + u" cannot be read."_s;
         return {};
     }
@@ -132,6 +132,9 @@ QStringList readSettings(const QString& path, bool withSets, QString& fault) {
             })) {
             fault = u"In "_s + path + u", \""_s + key + u"\" is no option."_s;
         }
+    }
+    if (settings.status() != QSettings::NoError) {  // known only now that all of it is read
+        fault = u"In "_s + path + u", a line is not of the form option=value."_s;
     }
     return arguments;
 }

@@ -19,9 +19,10 @@ namespace {
 constexpr qsizetype kLongestLine = 64 * 1024;
 constexpr int kInBackgroundMilliseconds = 1000;
 
-// Reading would stop a process in the background.
+// Reading would stop a process in the background of its own terminal.
 bool isInBackground() {
-    return isatty(STDIN_FILENO) == 1 && tcgetpgrp(STDIN_FILENO) != getpgrp();
+    const pid_t foreground = tcgetpgrp(STDIN_FILENO);
+    return foreground >= 0 && foreground != getpgrp();
 }
 
 }  // namespace

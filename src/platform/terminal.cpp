@@ -4,7 +4,10 @@
 #include <QString>
 
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <unistd.h>
+
+#include <csignal>
 #endif
 
 namespace packwise {
@@ -24,6 +27,20 @@ bool reportsToTerminal() {
     return isatty(STDERR_FILENO) == 1;
 #else
     return false;
+#endif
+}
+
+void keepStandardStreams() {
+#ifdef Q_OS_UNIX
+    // The lowest free number is the next to be given.
+    int opened = 0;
+    do {
+        opened = ::open("/dev/null", O_RDWR);
+    } while (opened >= 0 && opened <= STDERR_FILENO);
+    if (opened >= 0) {
+        ::close(opened);
+    }
+    std::signal(SIGPIPE, SIG_IGN);
 #endif
 }
 

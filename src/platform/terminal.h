@@ -13,6 +13,11 @@ bool writesToTerminal();
 // The same of the standard error.
 bool reportsToTerminal();
 
+// For the start of a program that serves on when nobody reads its words any more: a standard stream
+// that is closed becomes the null device, so that no connection gets its number, and a reader who
+// has gone ends nothing.
+void keepStandardStreams();
+
 // The text as a terminal may show it: what would act on the terminal stands as "?". Line ends and
 // tabs stay.
 QString printable(QString text);

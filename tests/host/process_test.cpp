@@ -145,6 +145,22 @@ TEST_F(HostProgram, TellsThePlayersWhenItIsStoppedInMidDraft) {
     EXPECT_EQ(told.find_first_of("\x1b\x07"), std::string::npos);
 }
 
+TEST_F(HostProgram, ServesOnWhenNobodyReadsItsLinesAnyMore) {
+    QProcess reader;
+    host.setStandardOutputProcess(&reader);
+    start({});
+    reader.start(QStringLiteral(PACKWISE_HOST), {u"--version"_s});
+    ASSERT_TRUE(reader.waitForFinished(kPatience));
+    Peer peer;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return peer.connectTo(port); }, kPatience));
+    for (const char* name : {"Ada", "Bob", "Cleo"}) {
+        peer.say("NAME" + std::string(name) + "~");
+        EXPECT_TRUE(peer.hearsSometime(std::string("MESG") + name + " has joined~"));
+    }
+    host.terminate();
+    EXPECT_EQ(status(), 0);
+}
+
 TEST_F(HostProgram, StartsNothingWhenSomethingIsWrong) {
     QTcpServer taken;
     ASSERT_TRUE(taken.listen(QHostAddress::AnyIPv4, static_cast<quint16>(port + 1)));
@@ -193,7 +209,7 @@ TEST(HostSettings, AreOptionsThatTheCommandLineGoesBefore) {
     EXPECT_EQ(options->pickSeconds, 20);
     EXPECT_EQ(options->port, 7000);
     EXPECT_EQ(read(file, {u"--sets"_s, u"A"_s, u"B"_s, u"C"_s}).options->sets.size(), 3);
-    for (const char* bad : {"colour=red\n", "again=perhaps\n", "port=x\n"}) {
+    for (const char* bad : {"colour=red\n", "again=perhaps\n", "port=x\n", "again\n"}) {
         EXPECT_TRUE(read(bad, {u"--sets"_s, u"A"_s, u"B"_s, u"C"_s}).isError) << bad;
     }
 }
