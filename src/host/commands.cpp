@@ -60,13 +60,13 @@ void Host::onLine(const QString& line) {
         }
     } else if (typed.verb == u"list") {
         list(typed);
-    } else if (typed.verb == u"start") {
+    } else if (typed.verb == u"start" && typed.rest.isEmpty()) {
         start(typed);
     } else if (typed.verb == u"kick" || typed.verb == u"ping") {
         onPlayer(typed);
     } else if (typed.verb == u"say" && !typed.rest.isEmpty()) {
         sayToAll(typed);
-    } else if (typed.verb == u"quit") {
+    } else if (typed.verb == u"quit" && typed.rest.isEmpty()) {
         const bool costsADraft =
             std::any_of(typed.tables.begin(), typed.tables.end(),
                         [](const HostTable* table) { return table->isDrafting(); });

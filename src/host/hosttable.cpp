@@ -34,16 +34,19 @@ HostTable::HostTable(const HostOptions& options, quint16 port, std::function<dou
       seconds_(new QTimer(this)),
       ticks_(new QTimer(this)),
       turns_(new QTimer(this)),
+      pings_(new QTimer(this)),
       leaving_(new QTimer(this)) {
     makeSockets();
     makeServer();
     seconds_->setInterval(1000);
     ticks_->setInterval(2000);
+    pings_->setInterval(1000);
     turns_->setSingleShot(true);
     leaving_->setSingleShot(true);
     connect(seconds_, &QTimer::timeout, this, &HostTable::onSecond);
     connect(ticks_, &QTimer::timeout, this, &HostTable::onTick);
     connect(turns_, &QTimer::timeout, this, &HostTable::onTurn);
+    connect(pings_, &QTimer::timeout, this, &HostTable::onPingSecond);
     connect(leaving_, &QTimer::timeout, this, &HostTable::endLeaving);
 }
 
@@ -131,9 +134,6 @@ void HostTable::onSecond() {
         report_(u"Port "_s + QString::number(port_) + u" is open again."_s);
     }
     run([this] { server_->poke(); });
-    if (pinged_ > 0 && !server_->pingSecond()) {
-        report_(nameOf(std::exchange(pinged_, 0) - 1) + u" does not answer."_s);
-    }
     linesThisSecond_ = 0;
     if (const int leftOut = std::exchange(linesLeftOut_, 0); leftOut > 0) {
         report_(u"%1 more lines are left out."_s.arg(leftOut));
@@ -151,6 +151,14 @@ void HostTable::onSecond() {
         default:
             run([this] { lookAtTheEnd(); });
             break;
+    }
+}
+
+void HostTable::onPingSecond() {
+    if (pinged_ == 0) {
+        pings_->stop();
+    } else if (!server_->pingSecond()) {
+        report_(nameOf(std::exchange(pinged_, 0) - 1) + u" does not answer."_s);
     }
 }
 
@@ -199,7 +207,7 @@ void HostTable::lookAtDraft() {
 }
 
 void HostTable::lookAtTheEnd() {
-    const int secondsLeft = options_.lingerMinutes * 60 - ++secondsSinceDraft_;
+    const int secondsLeft = options_.lingerMinutes * 60 - secondsSinceDraft_++;
     if (hasFailed_ || !isAPlayerThere() || secondsLeft <= 0) {
         leave();
         return;
@@ -213,7 +221,10 @@ void HostTable::lookAtTheEnd() {
 }
 
 QString HostTable::start() {
-    if (phase_ != Phase::Serving || server_->state() != DraftServer::State::Lobby) {
+    if (phase_ != Phase::Serving) {
+        return u"The table is not open."_s;
+    }
+    if (server_->state() != DraftServer::State::Lobby) {
         return u"The draft has begun already."_s;
     }
     if (server_->namedSeats().empty()) {
@@ -253,6 +264,7 @@ bool HostTable::ping(int num) {
     }
     if (isUnderWay) {
         pinged_ = num;
+        pings_->start();
     }
     return isUnderWay;
 }

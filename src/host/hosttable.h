@@ -38,7 +38,9 @@ public:
     quint16 port() const { return port_; }
 
     const DraftServer& server() const { return *server_; }
-    bool isDrafting() const { return server_->state() == DraftServer::State::Drafting; }
+    bool isDrafting() const {
+        return phase_ == Phase::Serving && server_->state() == DraftServer::State::Drafting;
+    }
     // Whether nothing will happen here any more, and whether that was not meant to be.
     bool isOver() const { return phase_ == Phase::Over; }
     bool hasFailed() const { return hasFailed_; }
@@ -47,8 +49,8 @@ public:
     QStringList list() const;
     // Begins the draft. Gives why not; empty when it has begun.
     QString start();
-    // The socket number of a player, by name as it is reported or as "#3" for the third seat; 0
-    // when nobody is meant, or more than one.
+    // The socket number of a player, as "#3" for who sits on the third seat or by name as it is
+    // reported; 0 when nobody is meant, or more than one.
     int socketOf(const QString& name) const;
     void kick(int num);
     // False while another answer is awaited, or when nobody is there.
@@ -59,6 +61,7 @@ public:
 
     // The handlers of its timers.
     void onSecond();
+    void onPingSecond();
     void onTick();
     void onTurn();
 
@@ -134,6 +137,7 @@ private:
     QTimer* seconds_;
     QTimer* ticks_;    // every two seconds, once wanted
     QTimer* turns_;    // at the next turn of the event loop
+    QTimer* pings_;    // every second from a ping on
     QTimer* leaving_;  // until the players have closed
 
     Phase phase_ = Phase::Closed;

@@ -72,8 +72,8 @@ QString HostTable::where() const {
 }
 
 QStringList HostTable::list() const {
-    if (phase_ == Phase::Over) {
-        return {u"closed"_s};
+    if (phase_ == Phase::Over || phase_ == Phase::Closed) {
+        return {phase_ == Phase::Over ? u"closed"_s : u"port %1 cannot be had yet"_s.arg(port_)};
     }
     QStringList lines = {u"port %1: "_s.arg(port_) + where()};
     const std::vector<int> awaited = server_->awaited();
@@ -102,24 +102,26 @@ QStringList HostTable::list() const {
 }
 
 int HostTable::socketOf(const QString& name) const {
+    const int num = name.startsWith(u'#') ? name.mid(1).toInt() : 0;
+    if (num >= 1 && num <= kSeats) {  // whatever others call themselves
+        return links_.state(num) != LinkState::Free ? num : 0;
+    }
     std::vector<int> exact;
     std::vector<int> alike;
     for (int seat = 0; seat < kSeats; ++seat) {
-        if (server_->seat(seat).name.empty()) {
+        // Nobody types the blanks round a name.
+        const QString seated = nameOf(seat).trimmed();
+        if (server_->seat(seat).name.empty() || name.isEmpty()) {
             continue;
         }
-        if (nameOf(seat) == name) {
+        if (seated == name) {
             exact.push_back(seat + 1);
-        } else if (nameOf(seat).compare(name, Qt::CaseInsensitive) == 0) {
+        } else if (seated.compare(name, Qt::CaseInsensitive) == 0) {
             alike.push_back(seat + 1);
         }
     }
     const std::vector<int>& meant = exact.empty() ? alike : exact;
-    if (!meant.empty()) {
-        return meant.size() == 1 ? meant.front() : 0;
-    }
-    const int num = name.startsWith(u'#') ? name.mid(1).toInt() : 0;
-    return num >= 1 && num <= kSeats && links_.state(num) != LinkState::Free ? num : 0;
+    return meant.size() == 1 ? meant.front() : 0;
 }
 
 void HostTable::reportStart() {
@@ -151,10 +153,12 @@ void HostTable::showSeat(int seat, const std::string& name) {
     QString& known = names_.at(static_cast<std::size_t>(seat));
     const QString seatText = u", seat %1"_s.arg(seat + 1);
     if (!name.empty()) {
-        known = screenText(name);
+        const QString before = std::exchange(known, screenText(name));
         startIsRefused_ = false;
-        reportCaused(known + u" has come from "_s + fromBytes(links_.address(seat + 1)) + seatText +
-                     u'.');
+        reportCaused(before.isEmpty()
+                         ? QString(known + u" has come from "_s +
+                                   fromBytes(links_.address(seat + 1)) + seatText + u'.')
+                         : QString(before + seatText + u", is called "_s + known + u" now."_s));
         return;
     }
     if (pinged_ == seat + 1) {
@@ -166,7 +170,9 @@ void HostTable::showSeat(int seat, const std::string& name) {
     if (secondsToStart_ > 0) {
         whoLeftTheCount_ = known;
     }
-    const bool isLost = isDrafting() && !options_.haltsOnDrop;
+    const std::vector<int>& players = server_->players();
+    const bool isLost = isDrafting() && !options_.haltsOnDrop &&
+                        std::find(players.begin(), players.end(), seat) != players.end();
     const QString what =
         isLost ? u"%1 is lost%2; cards are picked at random there."_s : u"%1 has left%2."_s;
     reportCaused(what.arg(known, seatText));

@@ -144,7 +144,7 @@ TEST_F(HostTables, TellWhoIsWaitedForAndGoOnWithoutHimOnceHeIsKicked) {
 
 TEST_F(HostTables, OpenAnewOnceThePlayersHaveGoneOrLingeredLongEnough) {
     options.again = true;
-    options.lingerMinutes = 6;
+    options.lingerMinutes = 5;
     open();
     for (const bool lingers : {false, true}) {
         auto ada = joined(1, "Ada");
@@ -157,7 +157,7 @@ TEST_F(HostTables, OpenAnewOnceThePlayersHaveGoneOrLingeredLongEnough) {
         ada->say("CODE41~");
         EXPECT_TRUE(bob->hearsSometime("CODE041~"));
         if (lingers) {
-            pass(60);
+            pass(1);
             EXPECT_TRUE(
                 bob->hearsSometime("MESG*The table closes in 5 minutes; save your deck.*~"));
             pass(5 * 60);
@@ -209,7 +209,10 @@ TEST_F(HostTables, TakeCommandsForOneTableOrAll) {
     open();
     auto ada = joined(1, "Ada");
     auto other = joined(1, "Ada", 1);
-    auto bob = joined(2, "Bob", 1);
+    auto bob = joined(2, "#1", 1);
+    bob->say("NAME Bob ~");
+    EXPECT_TRUE(bob->hearsSometime("NAME7~"));
+    EXPECT_THAT(toldSince(), HasSubstr("#1, seat 2, is called  Bob  now."));
     struct Case {
         const char* typed;
         const char* answer;
@@ -218,7 +221,7 @@ TEST_F(HostTables, TakeCommandsForOneTableOrAll) {
          {Case{"start", "Which table?"}, Case{"3 list", "1 to 2"}, Case{"dance", "no command"},
           Case{"kick Ada", "Several tables"}, Case{"kick Zoe", "Nobody is called \"Zoe\""},
           Case{"2 kick", "Nobody is called"}, Case{"1 kick Bob", "Nobody is called"},
-          Case{"list", "table 2, port"}, Case{"help", "kick NAME"}}) {
+          Case{"quit 2", "no command"}, Case{"list", "table 2, port"}, Case{"help", "kick NAME"}}) {
         type(typed);
         EXPECT_THAT(toldSince(), HasSubstr(answer)) << typed;
     }
@@ -229,7 +232,7 @@ TEST_F(HostTables, TakeCommandsForOneTableOrAll) {
     type("ping bob");
     EXPECT_TRUE(bob->hearsSometime("PING~"));
     bob->say("PONG~");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return told.find("Bob answers in ") != told.npos; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told.find(" Bob  answers in ") != told.npos; }));
     type("kick #2");
     EXPECT_TRUE(bob->waitClosed());
 
