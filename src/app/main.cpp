@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "platform/interrupt.h"
 #include "protocol/framing.h"
 #include "widgets/look.h"
 
@@ -49,6 +50,10 @@ int main(int argc, char** argv) {
     packwise::Program program;
     QObject::connect(&program, &packwise::Program::hasEnded, &application,
                      [] { QCoreApplication::exit(0); });
+    // The system's wish to end takes the same way out, so that nothing stays open at a router.
+    packwise::Interrupt interrupt;
+    QObject::connect(&interrupt, &packwise::Interrupt::interrupted, &program,
+                     &packwise::Program::end);
     program.start();
     return QApplication::exec();
 }

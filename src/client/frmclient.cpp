@@ -26,6 +26,22 @@ constexpr int kSmallHeight = 975;
 
 // The server says something every second.
 constexpr int kLongestSilence = 35;  // seconds
+constexpr int kSecondsTillHint = 5;
+
+// What is usually the matter, as a line of its own; empty for a connection that stood once.
+QString wordsFor(Socket::ConnectFault fault) {
+    switch (fault) {
+        case Socket::ConnectFault::Refused:
+            return u"\nIt refuses: nobody listens there, or the draft has begun."_s;
+        case Socket::ConnectFault::NoAnswer:
+            return u"\nNo answer: the address is wrong, or the host's router or firewall is closed."_s;
+        case Socket::ConnectFault::UnknownHost:
+            return u"\nUnknown host: no machine has that name."_s;
+        case Socket::ConnectFault::None:
+            return {};
+    }
+    return {};
+}
 
 }  // namespace
 
@@ -65,6 +81,7 @@ void FrmClient::Form_LostFocus() {
 
 void FrmClient::Connect() {
     setStatus(u"Connecting..."_s, u"Connecting to "_s + serverPlace());
+    connectingSeconds_ = 0;
     wskClient->connectToHost();
 }
 
@@ -149,9 +166,10 @@ void FrmClient::wskClient_Error() {
         wskClient_Close();
         return;
     }
+    const QString why = wordsFor(wskClient->connectFault());
     wskClient->close();
-    shell_.boxes().show(this,
-                        Box{u"Connection error!\n\nServer: "_s + serverPlace(), programTitle()});
+    shell_.boxes().show(
+        this, Box{u"Connection error!\n\nServer: "_s + serverPlace() + why, programTitle()});
     shell_.end();
 }
 
@@ -169,6 +187,10 @@ void FrmClient::tmrMisc_Timer() {
 
 void FrmClient::tmrSilence_Timer() {
     // Ticks, not the time of day: a machine that was asleep has heard nothing, too.
+    if (wskClient->state() == Socket::Connecting && ++connectingSeconds_ == kSecondsTillHint) {
+        setStatus(lblStatus->text(),
+                  u"Connecting to "_s + serverPlace() + wordsFor(Socket::ConnectFault::NoAnswer));
+    }
     if (wskClient->state() != Socket::Connected) {
         silentSeconds_ = 0;
     } else if (++silentSeconds_ >= kLongestSilence) {

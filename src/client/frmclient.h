@@ -233,6 +233,7 @@ private:
     bool hasFocus_ = false;
     bool draftOver_ = false;  // the deck builder has opened
     int silentSeconds_ = 0;
+    int connectingSeconds_ = 0;  // without an answer
     QString lastStat_;
     QString lastSaid_;  // no chat line of a player
     std::array<QString, kSeats> Names;

@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -69,7 +70,7 @@ FrmConnect::FrmConnect(Shell& shell, Lazy<FrmClient>& frmClient, Lazy<FrmSecurit
     txtPort->setText(setting::clientPort.read(shell_.settings()));
     const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
     if (clipboard && clipboard->hasText()) {
-        txtIP->setText(clipboard->text().trimmed());  // before the box cuts it
+        takeAddress(clipboard->text().trimmed());
         txtIP->selectAll();
     }
 }
@@ -84,6 +85,19 @@ QLineEdit* FrmConnect::addField(const QString& caption, const QString& name, int
     label->setBuddy(field);
     connect(field, &QLineEdit::returnPressed, this, &FrmConnect::cmdConnect_Click);
     return field;
+}
+
+void FrmConnect::takeAddress(const QString& copied) {
+    static const QRegularExpression withPort(
+        u"^([^\\s:]+)(?:\\s*:\\s*|,?\\s+port\\s+)(\\d{1,5})$"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = withPort.match(copied);
+    if (match.hasMatch() && readPort(match.captured(2))) {
+        txtIP->setText(match.captured(1));
+        txtPort->setText(match.captured(2));
+    } else {
+        txtIP->setText(copied);  // the whole, before the box cuts it
+    }
 }
 
 bool FrmConnect::nameAccepted() {

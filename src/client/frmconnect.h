@@ -33,6 +33,9 @@ protected:
 
 private:
     QLineEdit* addField(const QString& caption, const QString& name, int row);
+    // Fills the address box from the clipboard's text, and the port box too when the text tells a
+    // port: "203.0.113.7:5253" or "203.0.113.7 port 5253".
+    void takeAddress(const QString& copied);
     bool nameAccepted();
 
     Shell& shell_;

@@ -82,6 +82,7 @@ void FrmServer::cmdOpenPort_Click() {
          std::initializer_list<QWidget*>{cmdOpenPort, chkClient, txtName, lblPortQ, txtPort}) {
         control->setEnabled(false);
     }
+    reach->present(wskServer[0]->localPort(), ownAddresses());
     security_().show();
     if (runClient) {
         startLocalClient();

@@ -6,7 +6,9 @@
 #include "companions/frmsecurity.h"
 #include "console/frmfixseats.h"
 #include "console/localclient.h"
+#include "console/reachpanel.h"
 #include "console/setbox.h"
+#include "platform/routerport.h"
 #include "platform/socketlinks.h"
 #include "widgets/form.h"
 #include "widgets/lazy.h"
@@ -70,6 +72,7 @@ public:
     QLineEdit* txtPing;
     QCheckBox* chkHalt;
     QCheckBox* chkSilence;
+    ReachPanel* reach;
     QPushButton* cmdStart;
 
     QTimer* tmrPoke;
@@ -175,6 +178,7 @@ private:
 
     QStandardItemModel* sets_;  // the list of every cboPack
 
+    RouterPort routerPort_;
     SocketLinks links_{wskServer};
     DraftServer server_;
     QElapsedTimer sinceListen_;

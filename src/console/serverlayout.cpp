@@ -141,6 +141,8 @@ void FrmServer::makeSeatControls() {
     txtPing->setEnabled(false);
     chkHalt = make<QCheckBox>(this, u"chkHalt"_s, u"&Halt on drop"_s);
     chkSilence = make<QCheckBox>(this, u"chkSilence"_s, u"&Silence"_s);
+    reach = new ReachPanel(shell_, this);
+    reach->setObjectName(u"reach"_s);
 }
 
 void FrmServer::placeControls() {
@@ -159,6 +161,7 @@ void FrmServer::placeControls() {
     placeControl(*txtPing, {7800, 3495, 660, 390});
     placeControl(*chkHalt, {5250, 4080, 3210, 330});
     placeControl(*chkSilence, {5250, 4440, 3210, 330});
+    placeControl(*reach, {5250, 4800, 3210, 795});
     placeControl(*cmdStart, {5250, 5610, 3210, 720});
     placeControl(*optBooster, {180, 390, 1800, 330});
     placeControl(*optRochester, {180, 765, 1800, 330});
@@ -218,6 +221,11 @@ void FrmServer::makeSockets() {
 void FrmServer::connectControls() {
     connect(cmdOpenPort, &QPushButton::clicked, this, &FrmServer::cmdOpenPort_Click);
     connect(cmdStart, &QPushButton::clicked, this, &FrmServer::cmdStart_Click);
+    connect(reach, &ReachPanel::routerWanted, this,
+            [this] { routerPort_.open(wskServer[0]->localPort()); });
+    connect(reach, &ReachPanel::routerUnwanted, &routerPort_, &RouterPort::close);
+    connect(&routerPort_, &RouterPort::answered, reach, &ReachPanel::showAnswer);
+    connect(&routerPort_, &RouterPort::changed, reach, &ReachPanel::showAnswer);
     connect(cmdKick, &QPushButton::clicked, this, &FrmServer::cmdKick_Click);
     connect(cmdPing, &QPushButton::clicked, this, &FrmServer::cmdPing_Click);
     optRochester->installEventFilter(this);

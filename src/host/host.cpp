@@ -1,6 +1,8 @@
 #include "host/host.h"
 
+#include "platform/addresses.h"
 #include "platform/descriptors.h"
+#include "platform/reachwords.h"
 
 #include <QDateTime>
 
@@ -51,7 +53,39 @@ QString Host::open() {
     say_(u"Listening on port %1"_s.arg(options_.port) +
          (options_.tables > 1 ? u" to %1"_s.arg(options_.port + options_.tables - 1) : QString()) +
          u" for a draft of "_s + options_.sets.join(u" - "_s) + u". Type help for the commands."_s);
+    tellAddresses();
+    if (options_.opensRouter) {
+        openRouter();
+    }
     return {};
+}
+
+void Host::tellAddresses() const {
+    const QList<OwnAddress> addresses = ownAddresses();
+    QStringList places;
+    for (const OwnAddress& own : addresses) {
+        if (options_.address.isEmpty() || own.address == options_.address) {
+            places.append(own.address + u" ("_s + own.interfaceName + u')');
+        }
+    }
+    say_(addresses.isEmpty()
+             ? u"This machine has no network that others could come by."_s
+             : u"Players on the same network join "_s + places.join(u" or "_s) + u'.');
+}
+
+void Host::openRouter() {
+    const QList<OwnAddress> addresses = ownAddresses();
+    const QString own = addresses.isEmpty() ? QString() : addresses.constFirst().address;
+    for (const auto& table : tables_) {
+        routerPorts_.push_back(std::make_unique<RouterPort>());
+        RouterPort& port = *routerPorts_.back();
+        const auto tell =
+            [this, own, inside = table->port(), number = static_cast<int>(routerPorts_.size())](
+                const RouterAnswer& answer) { report(number, wordsFor(answer, own, inside)); };
+        connect(&port, &RouterPort::answered, this, tell);
+        connect(&port, &RouterPort::changed, this, tell);
+        port.open(table->port());
+    }
 }
 
 void Host::report(int table, const QString& line) const {
@@ -71,6 +105,10 @@ void Host::finishIfOver() {
         return;
     }
     isFinished_ = true;
+    for (const auto& port : routerPorts_) {
+        port->close();  // all at once, before the first one is waited for
+    }
+    routerPorts_.clear();
     const bool hasFailed = std::any_of(tables_.begin(), tables_.end(),
                                        [](const auto& table) { return table->hasFailed(); });
     Q_EMIT finished(hasFailed ? 1 : 0);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/hosttable.h"
+#include "platform/routerport.h"
 
 #include <QObject>
 
@@ -47,6 +48,8 @@ private:
     };
 
     void report(int table, const QString& line) const;
+    void tellAddresses() const;
+    void openRouter();
     void finishIfOver();
 
     Typed read(const QString& line);
@@ -61,6 +64,7 @@ private:
     Say say_;
     std::mt19937_64 generator_;
     std::vector<std::unique_ptr<HostTable>> tables_;
+    std::vector<std::unique_ptr<RouterPort>> routerPorts_;  // by table
     bool isFinished_ = false;
     QString sureOf_;  // the line that would end a draft, and was typed once
 };

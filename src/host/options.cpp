@@ -53,6 +53,7 @@ QList<QCommandLineOption> allOptions() {
          u"PORT"_s, QString::number(usual.port)},
         {u"tables"_s, usually(u"Tables that draft apart from each other"_s, usual.tables), u"N"_s,
          QString::number(usual.tables)},
+        {u"open-router"_s, u"Ask the router to let friends in from the Internet."_s},
         {u"address"_s, u"Listen on this address of the machine alone."_s, u"ADDRESS"_s},
     };
 }
@@ -203,6 +204,7 @@ CommandLine<HostOptions> optionsOf(const QCommandLineParser& parser) {
     options.triesRealPacks = parser.isSet(u"real"_s);
     options.haltsOnDrop = parser.isSet(u"halt-on-drop"_s);
     options.isSilent = parser.isSet(u"silent"_s);
+    options.opensRouter = parser.isSet(u"open-router"_s);
     options.again = parser.isSet(u"again"_s);
     options.cards = parser.value(u"cards"_s);
     options.address = parser.value(u"address"_s);

@@ -23,6 +23,7 @@ struct HostOptions {
     QString address;                      // to listen on, in dotted decimal; empty for all
     quint16 port = 5252;                  // of the first table; each other has the next one
     int tables = 1;
+    bool opensRouter = false;  // asks the router of a home network to let others in
 
     int players = 8;         // that start the draft, 1 to 8
     bool again = false;      // a table whose draft is over opens anew

@@ -83,6 +83,17 @@ void limitSilence([[maybe_unused]] const QTcpSocket& socket) {
 #endif
 }
 
+Socket::ConnectFault faultOf(int error) {
+    switch (error) {
+        case QAbstractSocket::ConnectionRefusedError:
+            return Socket::ConnectFault::Refused;
+        case QAbstractSocket::HostNotFoundError:
+            return Socket::ConnectFault::UnknownHost;
+        default:
+            return Socket::ConnectFault::NoAnswer;
+    }
+}
+
 QString dotted(const QHostAddress& address) {
     bool isV4 = false;
     const quint32 v4 = address.toIPv4Address(&isV4);
@@ -133,6 +144,7 @@ void Socket::connectToHost() {
     auto* socket = new QTcpSocket(this);
     adopt(socket);
     state_ = Connecting;
+    connectFault_ = ConnectFault::None;
     connect(socket, &QTcpSocket::connected, this, [this, socket] {
         state_ = Connected;
         remoteHostIp_ = dotted(socket->peerAddress());
@@ -167,6 +179,9 @@ void Socket::onReadyRead() {
 
 void Socket::onError(int error) {
     const bool byPeer = error == QAbstractSocket::RemoteHostClosedError;
+    if (state_ == Connecting) {
+        connectFault_ = faultOf(error);
+    }
     if (sending_) {
         loseInWrite(byPeer);
         return;

@@ -63,6 +63,9 @@ public:
     void setRemotePort(quint16 port) { remotePort_ = port; }
     // Begins to connect to remoteHost and remotePort.
     void connectToHost();
+    // Why the last connectToHost() has failed; None while it has not, or once it has succeeded.
+    enum class ConnectFault { None, Refused, NoAnswer, UnknownHost };
+    ConnectFault connectFault() const { return connectFault_; }
 
     // The address of the last peer in dotted decimal; empty until a connection stands.
     QString remoteHostIp() const { return remoteHostIp_; }
@@ -111,6 +114,7 @@ private:
     QString remoteHost_;
     quint16 remotePort_ = 0;
     QString remoteHostIp_;
+    ConnectFault connectFault_ = ConnectFault::None;
     std::unique_ptr<QTcpServer> listener_;
     QTcpSocket* socket_ = nullptr;  // owned through the parent
     bool sending_ = false;

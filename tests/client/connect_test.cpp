@@ -15,6 +15,12 @@ TEST(FrmConnect, RestoresNameAndPortAndOffersTheClipboardAsAddress) {
     EXPECT_EQ(dialog.txtName->text(), u"Fox"_s);
     EXPECT_EQ(dialog.txtPort->text(), u"6001"_s);
     EXPECT_EQ(dialog.txtIP->selectedText(), u"192.168.100.100"_s);
+    for (const QString& copied : {u"203.0.113.7:5253\n"_s, u"203.0.113.7 Port 5253"_s}) {
+        QGuiApplication::clipboard()->setText(copied);
+        FrmConnect again(world.shell, world.frmClient, world.frmSecurity);
+        EXPECT_EQ(again.txtIP->text(), u"203.0.113.7"_s);
+        EXPECT_EQ(again.txtPort->text(), u"5253"_s);
+    }
     QTest::keyClicks(dialog.txtName, u"es"_s);
     QTest::sendKeyEvent(QTest::Click, dialog.txtName, Qt::Key_unknown, u"\u0142"_s, {});
     EXPECT_TRUE(QToolTip::text().contains(u"can be sent"_s));
