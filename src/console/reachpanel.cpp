@@ -20,7 +20,7 @@ namespace {
 
 // Twips.
 constexpr int kWidth = 3210;
-constexpr int kButtonWidth = 615;
+constexpr int kButtonWidth = 660;
 constexpr int kCancelWidth = 825;
 constexpr int kGap = 30;
 constexpr int kTextWidth = kWidth - kButtonWidth - kGap;
