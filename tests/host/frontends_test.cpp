@@ -162,7 +162,11 @@ std::vector<std::string> played(FrontEnd& host, const HostOptions& options, int 
     host.poke();
     script.settle();
     host.kick(old);
-    script.say(1, "MESG<Ada> bye~NONSENSE~CODE7~");
+    std::string more = "MESG<Ada> bye~NONSENSE~CODE7~";  // than a turn takes
+    for (int i = 0; i < 70; ++i) {
+        more += "PING~";
+    }
+    script.say(1, more);
     host.start();
     script.settle();
     script.play(3, options.isRochester, 2, losesAt);

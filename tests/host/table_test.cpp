@@ -8,6 +8,7 @@ namespace packwise {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 // Two cards to a pack.
 const std::string kTinySet = sample::header(2, 0, 0) + sample::record("Ember", "+") +
@@ -130,6 +131,8 @@ TEST_F(HostTables, TellWhoIsWaitedForAndGoOnWithoutHimOnceHeIsKicked) {
     type("kick m?[2jute");
     EXPECT_TRUE(mute->waitClosed());
     EXPECT_THAT(toldSince(), HasSubstr("M?[2Jute is lost, seat 2; cards are picked at random"));
+    type("list");
+    EXPECT_THAT(toldSince(), Not(HasSubstr("waited for")));
     host->table(0).onTick();
     type("list");
     EXPECT_THAT(toldSince(), HasSubstr("  seat 1  Ada  127.0.0.1  waited for, 0 s\n"));
