@@ -27,9 +27,8 @@ public:
     bool running() const { return running_; }
     // Whether the draft waits for the pick of a table position.
     bool awaits(int position) const { return running_ && !seatPicked(position); }
-    int step() const { return step_; }            // goes up with each pass and each round
-    int picksIn() const { return picksIn_; }      // 0 to playerCount
-    int direction() const { return direction_; }  // +1 or -1
+    int step() const { return step_; }        // goes up with each pass and each round
+    int picksIn() const { return picksIn_; }  // 0 to playerCount
     const Pack& seatPack(int position) const;
     bool seatPicked(int position) const;
 
@@ -42,7 +41,7 @@ private:
     DraftHost& host_;
     DraftTable& table_;
     bool running_ = false;
-    int direction_ = 1;
+    int direction_ = 1;  // +1 up the positions, -1 down
     int picksIn_ = 0;
     int step_ = 0;
     std::array<Pack, kSeats> seatPack_;

@@ -150,7 +150,7 @@ void RochesterFlow::endPack() {
     host_.broadcastInDraft(to_client::Pause{}.write());
 }
 
-void RochesterFlow::onSeatLost(int /*socket*/) {
+void RochesterFlow::onSeatLost() {
     settle();
 }
 
@@ -227,12 +227,6 @@ bool RochesterFlow::awaits(int position) const {
     const bool answering = phase_ == Phase::Review || phase_ == Phase::Pause;
     return answering ? !answered_.at(static_cast<std::size_t>(position))
                      : running() && position == turnPosition();
-}
-
-int RochesterFlow::answers() const {
-    return phase_ == Phase::Review || phase_ == Phase::Pause
-               ? static_cast<int>(std::count(answered_.begin(), answered_.end(), true))
-               : 0;
 }
 
 void RochesterFlow::onRandomsTick() {

@@ -29,7 +29,7 @@ public:
 
     // A player has been lost while the draft runs (the host already says so): the seat counts as
     // having answered what is awaited. (A turn of a lost seat is taken by the tick.)
-    void onSeatLost(int socket);
+    void onSeatLost();
 
     // One tick of the timer: takes the turn of a lost seat.
     void onRandomsTick();
@@ -42,7 +42,6 @@ public:
     int rochCards() const { return rochCards_; }  // 0 to 15
     int rochTurn() const { return rochTurn_; }    // 0 to rochCards
     int turnPosition() const;                     // the table position on turn; -1 between turns
-    int answers() const;                          // answers in the review or pause under way
 
 private:
     enum class Phase { Idle, Opening, Review, Turns, Pause };

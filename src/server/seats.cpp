@@ -180,7 +180,7 @@ void DraftServer::disconnect(int num) {
     }
     view_.wantTicks();
     if (state_ == State::Drafting) {
-        rochester_.onSeatLost(num);
+        rochester_.onSeatLost();
     }
 }
 
