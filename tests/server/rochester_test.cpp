@@ -14,11 +14,13 @@ TEST(RochesterFlow, OnePackOnTheWire) {
     table.sets[0] = "Ice Age";
     table.begin();
     EXPECT_THAT(table.take(), ElementsAre("ROUN1:1", "BOOSU0a0|U0a1|", "REVW"));
+    table.receive(1, "RPOK");  // of no pause
     table.receive(2, "RROK");
     table.receive(1, "RROK");
     EXPECT_THAT(table.take(), ElementsAre("RSTA1", "RSTA0", "TURN1"));
     table.receive(1, "RAND");
     table.receive(1, "RPCK1");
+    table.receive(kSeats, "RAND");  // an onlooker's
     table.receive(2, "RPCK0");
     EXPECT_THAT(table.take(), ElementsAre("RPCK01!", "TURN2", "RPCK10", "RPAU"));
     table.receiveFromAll("RPOK");

@@ -209,6 +209,11 @@ private:
     void look() {
         const int left = cardsLeft();
         const Pack* shown = nullptr;  // Rochester: on all screens
+        for (std::size_t seat = 0; seat < kSeats; ++seat) {
+            const std::string& name = server_.seat(static_cast<int>(seat)).name;
+            check(seated_[seat] == name, "the host's names are not the server's");
+            check(!lobby_ || listed_[seat] == name, "the host lists who is not there");
+        }
         for (int num = 1; num <= kSeats; ++num) {
             const Peer& peer = at(num);
             for (int seat = 0; seat < kSeats && lobby_ && peer.joined; ++seat) {
@@ -363,6 +368,12 @@ private:
     bool haltsOnDrop() const override { return halts_; }
     bool isSilent() const override { return false; }
 
+    void showSeat(int seat, const std::string& name) override {
+        seated_.at(static_cast<std::size_t>(seat)) = name;
+    }
+    void showPlayer(int seat, const std::string& name, const std::string&) override {
+        listed_.at(static_cast<std::size_t>(seat)) = name;
+    }
     void wantTicks() override { ticks_ = true; }
     void wantTurn() override { turn_ = true; }
     std::vector<Pack> dealPacks(int, int count) override {
@@ -387,6 +398,8 @@ private:
     double lossInCycle_ = 0;
     double noise_ = 0;
     std::array<Peer, kSeats + 1> peers_;
+    std::array<std::string, kSeats> seated_;  // as the host sees them
+    std::array<std::string, kSeats> listed_;
     bool lobby_ = true;
     bool ticks_ = false;
     bool turn_ = false;
