@@ -16,6 +16,7 @@ TEST(RochesterFlow, OnePackOnTheWire) {
     EXPECT_THAT(table.take(), ElementsAre("ROUN1:1", "BOOSU0a0|U0a1|", "REVW"));
     table.receive(1, "RPOK");  // of no pause
     table.receive(2, "RROK");
+    EXPECT_THAT(table.server.awaited(), ElementsAre(0));
     table.receive(1, "RROK");
     EXPECT_THAT(table.take(), ElementsAre("RSTA1", "RSTA0", "TURN1"));
     table.receive(1, "RAND");
@@ -25,6 +26,7 @@ TEST(RochesterFlow, OnePackOnTheWire) {
     EXPECT_THAT(table.take(), ElementsAre("RPCK01!", "TURN2", "RPCK10", "RPAU"));
     table.receiveFromAll("RPOK");
     EXPECT_THAT(table.take(), ElementsAre("RSTA0", "RSTA1", "ROUN1:2", "BOOSU0b0|U0b1|", "REVW"));
+    EXPECT_EQ(table.server.step(), 5);  // a review, two turns, a pause, a review
 
     SmallTable alone(1, true);
     alone.cards = 1;
