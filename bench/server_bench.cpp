@@ -3,6 +3,7 @@
 // to the writes that go out.
 #include "passclients.h"
 #include "server/draftserver.h"
+#include "server/quietview.h"
 
 #include <benchmark/benchmark.h>
 
@@ -18,7 +19,7 @@ namespace {
 
 using namespace packwise;
 
-class CountingTable : private SeatLinks, private HostChoices, private ServerView {
+class CountingTable : private SeatLinks, private HostChoices, private QuietView {
 public:
     explicit CountingTable(bool rochester) : rochester_(rochester) {}
 
@@ -72,13 +73,6 @@ private:
     bool haltsOnDrop() const override { return false; }
     bool isSilent() const override { return false; }
 
-    void showSeat(int, const std::string&) override {}
-    void showPlayer(int, const std::string&, const std::string&) override {}
-    void blink(int) override {}
-    void showCode(int, std::int32_t) override {}
-    void showPong(int) override {}
-    void wantTicks() override {}
-    void wantTurn() override {}
     std::vector<Pack> dealPacks(int /*packIndex*/, int count) override {
         std::vector<Pack> packs(static_cast<std::size_t>(count));
         for (int seat = 0; seat < count; ++seat) {
@@ -86,7 +80,6 @@ private:
         }
         return packs;
     }
-    void cardDataFailed() override {}
 
     bool rochester_;
     std::string_view arrived_;

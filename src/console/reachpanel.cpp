@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QStringList>
 
 namespace packwise {
 
@@ -108,17 +107,11 @@ void ReachPanel::makeControls() {
 
 void ReachPanel::present(quint16 port, const QList<OwnAddress>& addresses) {
     port_ = port;
-    QStringList all;
-    for (const OwnAddress& own : addresses) {
-        all.append(placeOf(own.address, port) + u" (" + own.interfaceName + u')');
-    }
     address_ = addresses.isEmpty() ? QString() : addresses.constFirst().address;
     cmdCopyAddress->setEnabled(!address_.isEmpty());
     cmdLetIn->setEnabled(!address_.isEmpty());
     showText(*lblAddress, address_.isEmpty() ? u"No network here"_s : placeOf(address_, port),
-             address_.isEmpty()
-                 ? u"This machine has no network that others could come by."_s
-                 : QString(u"Friends on the same network join "_s + all.join(u" or "_s)));
+             wordsFor(addresses, u"Friends"_s, u" port %1"_s.arg(port)));
     showRow(Row::Press);
     show();
 }

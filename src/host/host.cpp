@@ -1,6 +1,5 @@
 #include "host/host.h"
 
-#include "platform/addresses.h"
 #include "platform/descriptors.h"
 #include "platform/reachwords.h"
 
@@ -53,29 +52,24 @@ QString Host::open() {
     say_(u"Listening on port %1"_s.arg(options_.port) +
          (options_.tables > 1 ? u" to %1"_s.arg(options_.port + options_.tables - 1) : QString()) +
          u" for a draft of "_s + options_.sets.join(u" - "_s) + u". Type help for the commands."_s);
-    tellAddresses();
+    const QList<OwnAddress> own = addresses();
+    say_(wordsFor(own, u"Players"_s));
     if (options_.opensRouter) {
-        openRouter();
+        openRouter(own.isEmpty() ? QString() : own.constFirst().address);
     }
     return {};
 }
 
-void Host::tellAddresses() const {
-    const QList<OwnAddress> addresses = ownAddresses();
-    QStringList places;
-    for (const OwnAddress& own : addresses) {
-        if (options_.address.isEmpty() || own.address == options_.address) {
-            places.append(own.address + u" ("_s + own.interfaceName + u')');
-        }
+// Those that the tables listen on.
+QList<OwnAddress> Host::addresses() const {
+    QList<OwnAddress> own = ownAddresses();
+    if (!options_.address.isEmpty()) {
+        own.removeIf([this](const OwnAddress& each) { return each.address != options_.address; });
     }
-    say_(addresses.isEmpty()
-             ? u"This machine has no network that others could come by."_s
-             : u"Players on the same network join "_s + places.join(u" or "_s) + u'.');
+    return own;
 }
 
-void Host::openRouter() {
-    const QList<OwnAddress> addresses = ownAddresses();
-    const QString own = addresses.isEmpty() ? QString() : addresses.constFirst().address;
+void Host::openRouter(const QString& own) {
     for (const auto& table : tables_) {
         routerPorts_.push_back(std::make_unique<RouterPort>());
         RouterPort& port = *routerPorts_.back();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/hosttable.h"
+#include "platform/addresses.h"
 #include "platform/routerport.h"
 
 #include <QObject>
@@ -48,8 +49,8 @@ private:
     };
 
     void report(int table, const QString& line) const;
-    void tellAddresses() const;
-    void openRouter();
+    QList<OwnAddress> addresses() const;
+    void openRouter(const QString& own);
     void finishIfOver();
 
     Typed read(const QString& line);

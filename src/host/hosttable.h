@@ -87,7 +87,6 @@ private:
 
     // Once a second.
     void countDown();
-    void stopCount(const QString& why);
     void lookAtDraft();
     void lookAtTheEnd();
 

@@ -2,7 +2,6 @@
 #include "engine/dealing.h"
 #include "host/hosttable.h"
 #include "platform/codepage.h"
-#include "protocol/messages.h"
 
 #include <QTimer>
 

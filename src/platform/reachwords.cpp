@@ -1,8 +1,21 @@
 #include "platform/reachwords.h"
 
+#include <QStringList>
+
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
+
+QString wordsFor(const QList<OwnAddress>& addresses, const QString& who, const QString& behind) {
+    if (addresses.isEmpty()) {
+        return u"This machine has no network that others could come by."_s;
+    }
+    QStringList places;
+    for (const OwnAddress& own : addresses) {
+        places.append(own.address + behind + u" (" + own.interfaceName + u')');
+    }
+    return who + u" on the same network join "_s + places.join(u" or "_s) + u'.';
+}
 
 QString placeOf(const QString& address, quint16 port) {
     return address + u" port "_s + QString::number(port);

@@ -6,17 +6,12 @@
 
 #include <miniupnpc/miniupnpc.h>
 #include <miniupnpc/upnpcommands.h>
-#include <miniupnpc/upnperrors.h>
 #include <natpmp.h>
 
 #include <array>
 #include <chrono>
 #include <string>
 #include <thread>
-
-#ifdef Q_OS_UNIX
-#include <sys/select.h>
-#endif
 
 namespace packwise {
 

@@ -118,7 +118,7 @@ RouterPort::RouterPort(QObject* parent) : QObject(parent) {
     patience_.setSingleShot(true);
     patience_.setInterval(kPatienceMilliseconds);
     connect(&patience_, &QTimer::timeout, this, [this] {
-        cancel();
+        close();
         Q_EMIT answered(RouterAnswer{});
     });
 }
@@ -152,7 +152,7 @@ void RouterPort::open(quint16 port, int leaseSeconds) {
     }
 }
 
-void RouterPort::cancel() {
+void RouterPort::close() {
     patience_.stop();
     if (work_) {
         const std::lock_guard lock(work_->mutex);

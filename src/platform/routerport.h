@@ -22,14 +22,10 @@ public:
     ~RouterPort() override;
 
     // Asks the router to let others in to that port of this machine. An answer comes within
-    // kPatienceMilliseconds, unless cancel() is called. The lease is renewed at its half.
+    // kPatienceMilliseconds, unless close() is called. The lease is renewed at its half.
     void open(quint16 port, int leaseSeconds = kLeaseSeconds);
-    // No answer will come, and the router's mapping is taken away should it have been made.
-    void cancel();
-    // Takes the mapping away.
-    void close() { cancel(); }
-
-    bool isAsking() const { return patience_.isActive(); }
+    // No answer will come any more, and a mapping is taken away, also one that is still to be made.
+    void close();
 
 Q_SIGNALS:
     // What came of open().
@@ -44,11 +40,9 @@ private:
     void finish(int order, const RouterAnswer& answer);
 
     QTimer patience_;
-    int order_ = 0;  // counts open() and cancel(), so that a late answer is known as one
+    int order_ = 0;  // counts open() and close(), so that a late answer is known as one
     RouterAnswer last_;
     std::shared_ptr<Work> work_;
 };
 
 }  // namespace packwise
-
-Q_DECLARE_METATYPE(packwise::RouterAnswer)
