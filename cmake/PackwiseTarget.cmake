@@ -31,6 +31,18 @@ function(packwise_library folder)
   endif()
 endfunction()
 
+# packwise_program(name SUMMARY text SOURCES file... LINKS target... [WINDOWS])
+# A program that users get; PACKWISE_PROGRAMS, a global property, lists all of them. Windows shows
+# the summary as what the file is. WINDOWS says that it opens windows, and no terminal there.
+function(packwise_program name)
+  cmake_parse_arguments(ARG "WINDOWS" "SUMMARY" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  packwise_target(${name})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ${ARG_WINDOWS})
+  set_property(GLOBAL APPEND PROPERTY PACKWISE_PROGRAMS ${name})
+endfunction()
+
 # packwise_test(name SOURCES file... LIBS target... [WINDOWS])
 # One test program, run as one test. WINDOWS gives it the main that makes a QApplication on the
 # offscreen platform; without it GoogleTest's own main is used and no Qt is needed.
