@@ -133,11 +133,20 @@ void Program::showCard(const QString& name, const QStringList& sets, int left, i
     frmCard->Card(name, sets);
 }
 
+PickLog Program::picks() const {
+    const FrmClient* const client = frmClient.ifLoaded();
+    return client ? client->pickLog() : PickLog();
+}
+
 void Program::deckSaved(const QString& path) {
     const FrmClient* const client = frmClient.ifLoaded();
     const bool linked = client && client->wskClient->state() == Socket::Connected;
     frmMessage->showNote(u"Your deck is saved as "_s + QDir::toNativeSeparators(path) +
                          (linked ? u"."_s : u". The server is gone and has not had its code."_s));
+}
+
+void Program::notSaved(const QString& path, const QString& reason) {
+    frmMessage->showNote(QDir::toNativeSeparators(path) + u" could not be written: "_s + reason);
 }
 
 void Program::hideCard() {

@@ -89,7 +89,9 @@ private:
     void closeConnection() override;
     void showCard(const QString& name, const QStringList& sets, int left, int top) override;
     void hideCard() override;
+    PickLog picks() const override;
     void deckSaved(const QString& path) override;
+    void notSaved(const QString& path, const QString& reason) override;
 };
 
 }  // namespace packwise

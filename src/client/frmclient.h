@@ -7,6 +7,7 @@
 #pragma once
 
 #include "client/cardcolors.h"
+#include "engine/pickkeeper.h"
 #include "platform/socket.h"
 #include "protocol/messages.h"
 #include "widgets/form.h"
@@ -102,6 +103,9 @@ public:
 
     // Writes a whole message, "~" included, to the server; dropped when there is no connection.
     void Send(std::string_view message);
+
+    // What the player has seen of the draft.
+    const PickLog& pickLog() const { return keeper_.log(); }
 
     void wskClient_DataArrival();
     void wskClient_Close();
@@ -240,6 +244,7 @@ private:
     std::array<std::string, kMostCardsInPack + 1> Pack;  // card tokens
     std::array<std::string, kColors> Picks;              // names, each followed by "|"
     QStringList Sets;                                    // six display names
+    PickKeeper keeper_;
 };
 
 }  // namespace packwise

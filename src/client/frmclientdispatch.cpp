@@ -11,6 +11,7 @@
 #include "widgets/twips.h"
 
 #include <QCheckBox>
+#include <QDateTime>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -119,6 +120,7 @@ void FrmClient::on(const to_client::Seat& message) {
         myPosition = message.position;
     }
     colorSeat(place, shade::red);
+    keeper_.seat(message.position, toBytes(name), message.seat == myNumber - 1);
 }
 
 void FrmClient::on(const to_client::Sets& message) {
@@ -127,6 +129,7 @@ void FrmClient::on(const to_client::Sets& message) {
         Sets[index] = screenText(set);
         frmDeckBuild_->setPack(index, set);
     }
+    keeper_.sets(message.names);
 }
 
 void FrmClient::on(const to_client::Info& message) {
@@ -153,9 +156,13 @@ void FrmClient::on(const to_client::Info& message) {
     }
     setSizeTwips(kDraftWidth, height);
     moveIntoWorkArea();
+    const QDateTime now = QDateTime::currentDateTime();
+    keeper_.begin(draftType, now.toString(u"yyyyMMddHHmm"_s).toStdString(),
+                  now.toString(u"yyyy-MM-dd HH:mm:ss"_s).toStdString());
 }
 
 void FrmClient::on(const to_client::Round& message) {
+    keeper_.round(message.text);
     lblRound->setText(screenText(message.text));
     const bool wasClockwise = !imgCW->isHidden();
     imgCW->setVisible(!wasClockwise);
@@ -172,6 +179,7 @@ void FrmClient::on(const to_client::ShowPack& message) {
             colorSeat(place, shade::red);
         }
     }
+    keeper_.pack(message.pack);
     showPack(message.pack.cards());
     lstPack->setFocus();  // takes effect once the window is active
 }
@@ -208,6 +216,7 @@ void FrmClient::on(const to_client::Pick& message) {
     addHistory(lblNameR[place]->text() + (message.random ? u" goofgrabbed "_s : u" picked "_s) +
                card);
     removePackRow(message.row);
+    keeper_.takeRow(message.position, message.row);
 }
 
 void FrmClient::on(const to_client::Review&) {

@@ -138,6 +138,7 @@ void FrmClient::MakePick(bool random) {
     count->setText(QString::number(count->text().toInt() + 1));
     const std::string token = Pack[static_cast<std::size_t>(row)];
     Send(to_server::Card{token}.write());
+    keeper_.take(token);
     if (draftType == 'B') {
         removePackRow(row);
     } else {

@@ -87,6 +87,8 @@ private:
     int groupOf(const QString& name) const;
     int placeInSideboard(int group) const;
     void showText(const ListBox& list);
+    // Writes the files that Save As asks for beside the deck that stands on the disk by then.
+    void saveBeside(const DeckFile& file);
     DeckFile deckFile() const;  // of the lists as they are, with a stamp of now
 
     Shell& shell_;

@@ -5,6 +5,7 @@
 #include "platform/wholefile.h"
 #include "widgets/look.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateTime>
 #include <QDir>
@@ -42,6 +43,8 @@ FrmSave::FrmSave(Shell& shell)
       dlbDir(new DirListBox(this)),
       flbFile(new ListBox(this)),
       txtSaveName(new QLineEdit(this)),
+      chkPicks(new QCheckBox(u"Picks"_s, this)),
+      chkExport(new QCheckBox(u"For other programs"_s, this)),
       cmdOK(new QPushButton(u"&OK"_s, this)),
       cmdCancel(new QPushButton(u"&Cancel"_s, this)),
       shell_(shell) {
@@ -57,7 +60,17 @@ void FrmSave::placeControls() {
     placeControl(*txtSaveName, {120, 3960, 3720, 375}, u"txtSaveName"_s, u"File name"_s);
     placeControl(*cmdOK, {3960, 3960, 1080, 375}, u"cmdOK"_s);
     placeControl(*cmdCancel, {5160, 3960, 1080, 375}, u"cmdCancel"_s);
-    setClientSizeTwips(6360, 4455);
+    placeControl(*chkPicks, {120, 4410, 1080, 330}, u"chkPicks"_s);
+    placeControl(*chkExport, {1260, 4410, 2580, 330}, u"chkExport"_s);
+    setClientSizeTwips(6360, 4815);
+    const auto describe = [](QCheckBox* box, const QString& what) {
+        box->setToolTip(what);
+        box->setAccessibleDescription(what);
+    };
+    describe(chkPicks,
+             u"Save each pack as you saw it, and what you took, beside the deck: "
+             u"a text file, NAME.picks.txt"_s);
+    describe(chkExport, u"Save the deck a second time, as other programs read it: NAME.cod"_s);
 }
 
 void FrmSave::connectControls() {
@@ -78,6 +91,8 @@ void FrmSave::Form_Load() {
         !dlbDir->setPath(QDir::currentPath())) {
         dlbDir->setPath(QDir::rootPath());
     }
+    chkPicks->setChecked(setting::savePicks.readInt(shell_.settings()) != 0);
+    chkExport->setChecked(setting::saveExport.readInt(shell_.settings()) != 0);
     txtSaveName->setText(deckName(QDateTime::currentDateTime()) + u".dec"_s);
 }
 
@@ -120,7 +135,9 @@ void FrmSave::cmdOK_Click() {
                       QDir::toNativeSeparators(SaveName()), reason));
         return;
     }
-    setting::savePath.write(shell_.settings(), dlbDir->path());
+    shell_.settings().write({setting::savePath.entry(dlbDir->path()),
+                             setting::savePicks.entry(chkPicks->isChecked() ? 1 : 0),
+                             setting::saveExport.entry(chkExport->isChecked() ? 1 : 0)});
     Q_EMIT leaving();
     hide();
     Q_EMIT okPressed();

@@ -1,4 +1,5 @@
-// Save As: the folder and the name for a deck file. dlbDir and txtSaveName are the store of both.
+// Save As: the folder and the name for a deck file. dlbDir and txtSaveName are the store of both,
+// the two check boxes of what is to be written with it.
 #pragma once
 
 #include "deck/dirlistbox.h"
@@ -6,6 +7,7 @@
 #include "widgets/listbox.h"
 #include "widgets/shell.h"
 
+class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
@@ -21,6 +23,8 @@ public:
     DirListBox* dlbDir;
     ListBox* flbFile;  // the deck files in the folder
     QLineEdit* txtSaveName;
+    QCheckBox* chkPicks;   // what the player saw of the draft goes with the deck
+    QCheckBox* chkExport;  // so does the deck in a form that other programs read
     QPushButton* cmdOK;
     QPushButton* cmdCancel;
 

@@ -1,12 +1,15 @@
 // The way of a finished deck out of the deck builder.
 #include "deck/frmdeckbuild.h"
 #include "deck/frmsave.h"
+#include "engine/deckexport.h"
 #include "engine/deckfile.h"
+#include "engine/picktext.h"
 #include "platform/codepage.h"
 #include "platform/timestamp.h"
 #include "platform/wholefile.h"
 #include "protocol/messages.h"
 
+#include <QCheckBox>
 #include <QDateTime>
 #include <QDir>
 #include <QLocale>
@@ -75,6 +78,25 @@ void FrmDeckBuild::SaveFile() {
     link_.send(to_server::Code{file.code}.write());
     hide();
     link_.deckSaved(save_->SaveName());
+    saveBeside(file);
+}
+
+void FrmDeckBuild::saveBeside(const DeckFile& file) {
+    const QString base = deckBase(save_->SaveName());
+    const auto put = [&](const QString& path, const std::string& text) {
+        const QString reason = writeWholeFile(path, text);
+        if (!reason.isEmpty()) {
+            link_.notSaved(path, reason);
+        }
+    };
+    if (save_->chkPicks->isChecked()) {
+        put(base + fromBytes(kPickTextEnding), writePicks(link_.picks()));
+    }
+    int faultyLine = 0;
+    const std::optional<DeckList> deck = readDeckFile(file.text, faultyLine);
+    if (deck && save_->chkExport->isChecked()) {
+        put(base + fromBytes(endingOf(DeckFormat::Cod)), exportDeck(DeckFormat::Cod, *deck));
+    }
 }
 
 }  // namespace packwise

@@ -41,6 +41,9 @@ struct PickLog {
     friend bool operator==(const PickLog&, const PickLog&) = default;
 };
 
+// What the name of a file of this form ends with.
+inline constexpr std::string_view kPickTextEnding = ".picks.txt";
+
 struct PickTextFault {
     int line = 0;  // from 1; 0 where no single line is at fault
     std::string what;

@@ -46,6 +46,8 @@ inline constexpr Key clientName{u"Client", u"Name", u""};
 inline constexpr Key clientPort{u"Client", u"Port", u"5252"};
 inline constexpr Key showInfo{u"Client", u"ShowInfo", u"1"};
 inline constexpr Key savePath{u"Client", u"SavePath", u""};  // "" stands for the current directory
+inline constexpr Key savePicks{u"Client", u"SavePicks", u"0"};
+inline constexpr Key saveExport{u"Client", u"SaveExport", u"0"};
 
 inline constexpr Key serverPlace{u"Forms", u"Server", u"0 0"};
 inline constexpr Key clientPlace{u"Forms", u"Client", u"0 0"};

@@ -58,4 +58,10 @@ QString deckName(const QDateTime& when) {
     return u"draft-"_s + when.toString(u"MMddyyyy-HHmm"_s);
 }
 
+QString deckBase(const QString& deckFile) {
+    const QString ending = u".dec"_s;
+    return deckFile.endsWith(ending, Qt::CaseInsensitive) ? deckFile.chopped(ending.size())
+                                                          : deckFile;
+}
+
 }  // namespace packwise

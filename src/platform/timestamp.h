@@ -1,4 +1,4 @@
-// The time stamp of a deck file and the name that is made from the time.
+// The time stamp of a deck file, and its name.
 #pragma once
 
 #include <QString>
@@ -16,5 +16,9 @@ QString timeStamp(const QDateTime& when, const QLocale& locale);
 // "draft-", the date as month, day and year, and the time as hour and minute, all digits: the name
 // of a deck file without ending, unless the user chooses another.
 QString deckName(const QDateTime& when);
+
+// The path or name of a deck file less its ".dec", if it has one: the files that belong to it begin
+// alike.
+QString deckBase(const QString& deckFile);
 
 }  // namespace packwise

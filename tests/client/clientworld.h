@@ -54,7 +54,9 @@ private:
     void closeConnection() override {}
     void showCard(const QString&, const QStringList&, int, int) override {}
     void hideCard() override {}
+    PickLog picks() const override { return {}; }
     void deckSaved(const QString&) override {}
+    void notSaved(const QString&, const QString&) override {}
 };
 
 }  // namespace packwise

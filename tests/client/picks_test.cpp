@@ -63,6 +63,50 @@ TEST(ClientPicks, HandsBackWhatIsLeftOfABoosterPack) {
               (QStringList{u"---BLACK---"_s, u"Second"_s, u"Odd"_s, u" "_s, u" "_s}));
 }
 
+TEST(ClientPicks, KeepsWhatItSawOfEachPack) {
+    ClientWorld booster;
+    booster.start("B");
+    booster.tell("BOOSUEarly|~ROUN1~BOOSUFirst|BSecond|UFirst|~");
+    doubleClickRow(booster.frmClient->lstPack, 2);
+    EXPECT_TRUE(booster.server.hears("CARDUFirst~BPCKUFirst|BSecond|~"));
+    takeCard(booster, "GLim-D\xFBl");
+    booster.tell("ROUN3~BOOS~BOOSRRat|~BPCK~RPCK00~OVER~");
+    PickLog log = booster.frmClient->pickLog();
+    EXPECT_EQ(log.players, (std::vector<std::string>{"Bob", "Cid", "Ann"}));
+    EXPECT_EQ(log.self, 2);
+    EXPECT_EQ(log.time.substr(0, 4), log.event.substr(0, 4));
+    const std::vector<SeenPack> passed = {{1, 1, "Fens", "", {"First", "Second", "First"}, 0},
+                                          {1, 2, "Fens", "", {"Lim-D\xFBl"}, 0},
+                                          {2, 1, "Bells", "", {"Rat"}, -1}};
+    EXPECT_EQ(log.packs, passed);
+
+    // The server's word counts, not what the player clicked.
+    ClientWorld rochester;
+    rochester.start("R");
+    rochester.tell("ROUN1:1~BOOSUOne|GTwo|RThree|~REVW~TURN3~");
+    doubleClickRow(rochester.frmClient->lstPack, 0);
+    EXPECT_TRUE(rochester.server.hears("CARDUOne~RPCK0~"));
+    rochester.tell("RPCK21!~RPCK72~RPCK71~RPCK00~RPCK00~RPAU~ROUN2:1~BOOSWTop|~RPCK10~");
+    const std::vector<SeenPack> turns = {{1, 1, "Fens", "Ann", {"One", "Two", "Three"}, 1},
+                                         {1, 2, "Fens", "?", {"One", "Three"}, 1},
+                                         {1, 3, "Fens", "Bob", {"One"}, 0},
+                                         {2, 1, "Fens", "Cid", {"Top"}, 0}};
+    EXPECT_EQ(rochester.frmClient->pickLog().packs, turns);
+
+    rochester.tell("INFOB~");
+    for (int round = 0; round < 60; ++round) {
+        std::string packs = "ROUN1~";
+        for (int pack = 0; pack < 20; ++pack) {
+            packs += "BOOSWTop|~";
+        }
+        rochester.tell(packs);
+    }
+    log = rochester.frmClient->pickLog();
+    EXPECT_LE(log.packs.size(), kMostTurns);
+    PickTextFault fault;
+    EXPECT_EQ(readPicks(writePicks(log), fault), log) << fault.line << ": " << fault.what;
+}
+
 TEST(ClientPicks, SpoilsNoPickWithTheRightButtonOrAHeldKey) {
     ClientWorld world;
     world.start("B");

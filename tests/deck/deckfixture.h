@@ -16,12 +16,19 @@ public:
         place = {left, top};
     }
     void hideCard() override { ++hidden; }
+    PickLog picks() const override {
+        return {"1", "now", {"Ann"}, 0, {{1, 1, "Fens", "", {"Caf\xE9", "Tide"}, 1}}};
+    }
     void deckSaved(const QString& path) override { saved += path; }
+    void notSaved(const QString& path, const QString& reason) override {
+        unsaved += path + u": "_s + reason;
+    }
 
     std::vector<std::string> sent;
     QStringList shown;
     QStringList lastSets;
     QStringList saved;
+    QStringList unsaved;
     std::pair<int, int> place;
     int hidden = 0;
 };

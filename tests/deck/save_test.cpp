@@ -80,6 +80,38 @@ TEST_F(SaveAs, WritesTheDeckAndReportsItsCode) {
     EXPECT_EQ(names(folder.path()), QStringList{u"mine.dec"_s});
 }
 
+TEST_F(SaveAs, WritesBesideTheDeckWhatIsAskedFor) {
+    setting::savePicks.write(shell.settings(), 1);
+    openWithDeck();
+    EXPECT_TRUE(save->chkPicks->isChecked());
+    save->chkExport->click();
+    saveAs(u"mine.DEC"_s);
+    EXPECT_EQ(names(folder.path()),
+              QStringList({u"mine.cod"_s, u"mine.DEC"_s, u"mine.picks.txt"_s}));
+    PickTextFault fault;
+    EXPECT_EQ(readPicks(bytesOf(path(u"mine.picks.txt"_s)).toStdString(), fault), link.picks());
+    const QByteArray exported = bytesOf(path(u"mine.cod"_s));
+    EXPECT_TRUE(exported.contains("<card number=\"8\" name=\"Swamp\"/>")) << exported.data();
+    EXPECT_TRUE(exported.contains("<card number=\"1\" name=\"Caf\xC3\xA9\"/>"));
+    EXPECT_TRUE(FrmSave(shell).chkExport->isChecked());
+}
+
+// Neither the deck nor its code waits for what goes with it.
+TEST_F(SaveAs, LosesNoDeckOverAFileBesideIt) {
+    QDir(folder.path()).mkdir(u"mine.cod"_s);
+    QDir(folder.path()).mkdir(u"mine.picks.txt"_s);
+    openWithDeck();
+    save->chkPicks->click();
+    save->chkExport->click();
+    saveAs(u"mine.dec"_s);
+    EXPECT_EQ(bytesOf(path(u"mine.dec"_s)).count('\n'), 44);
+    EXPECT_EQ(link.sent.size(), 1U);
+    EXPECT_EQ(link.saved, QStringList{path(u"mine.dec"_s)});
+    ASSERT_EQ(link.unsaved.size(), 2);
+    EXPECT_TRUE(link.unsaved[1].startsWith(path(u"mine.cod"_s) + u": "_s));
+    EXPECT_FALSE(shell.ended() || window.isVisible());
+}
+
 TEST_F(SaveAs, StaysOpenWhileTheFileCannotBeMade) {
     put(u"file"_s, "whole");
     put(u"mine.dec"_s, "an older deck");
