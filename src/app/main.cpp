@@ -1,5 +1,6 @@
 #include "app/program.h"
 #include "platform/interrupt.h"
+#include "platform/terminal.h"
 #include "protocol/framing.h"
 #include "widgets/look.h"
 
@@ -40,7 +41,9 @@ std::string answerTo(int argc, char** argv) {
 int main(int argc, char** argv) {
     // Before anything that needs a display.
     if (const std::string answer = answerTo(argc, argv); !answer.empty()) {
-        return std::fputs(answer.c_str(), stdout) < 0 ? 1 : 0;
+        packwise::joinTerminal();
+        packwise::StandardStream out(stdout);
+        return out.write(answer.c_str()) < 0 ? 1 : 0;
     }
     packwise::chooseEventLoop();
     QApplication application(argc, argv);

@@ -1,7 +1,5 @@
 #include "demo/narrator.h"
 
-#include "platform/terminal.h"
-
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,6 +1,8 @@
 // Tells on the standard output what happens, with a progress bar under it on a terminal.
 #pragma once
 
+#include "platform/terminal.h"
+
 #include <QElapsedTimer>
 #include <QString>
 #include <QTextStream>
@@ -25,7 +27,8 @@ public:
 private:
     void eraseBar();
 
-    QTextStream out_{stdout};
+    StandardStream output_{stdout};
+    QTextStream out_{&output_};
     bool terminal_;
     QString bar_;
     QElapsedTimer clock_;

@@ -9,6 +9,14 @@
 #include <cerrno>
 #include <csignal>
 #endif
+#ifdef Q_OS_WIN
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
+
+#include <windows.h>
+
+#include <mutex>
+#endif
 
 namespace packwise {
 
@@ -76,11 +84,57 @@ Interrupt::~Interrupt() {
     }
 }
 
-#else
+#endif
 
-Interrupt::Interrupt(QObject* parent) : QObject(parent) {}
+#ifdef Q_OS_WIN
 
-Interrupt::~Interrupt() = default;
+namespace {
+
+std::mutex mutex;
+Interrupt* waiting = nullptr;  // none once the wish is told
+
+// The system calls it on a thread of its own.
+BOOL WINAPI onConsoleEvent(DWORD event) {
+    bool isFirst = false;
+    {
+        const std::lock_guard lock(mutex);
+        if (Interrupt* const to = std::exchange(waiting, nullptr)) {
+            QMetaObject::invokeMethod(to, &Interrupt::interrupted, Qt::QueuedConnection);
+            isFirst = true;
+        }
+    }
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
+        // The process ends with this handler, or after the time that the system gives it.
+        Sleep(INFINITE);
+    }
+    return isFirst;
+}
+
+// What a program without a console is asked with to end.
+class CloseFilter : public QObject, public QAbstractNativeEventFilter {
+public:
+    explicit CloseFilter(Interrupt* parent) : QObject(parent) {
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto* const got = static_cast<const MSG*>(message);
+        const bool asked = !got->hwnd && got->message == WM_CLOSE;
+        return asked && onConsoleEvent(CTRL_C_EVENT);
+    }
+};
+
+}  // namespace
+
+Interrupt::Interrupt(QObject* parent) : QObject(parent) {
+    waiting = this;
+    new CloseFilter(this);
+    SetConsoleCtrlHandler(onConsoleEvent, TRUE);
+}
+
+Interrupt::~Interrupt() {
+    const std::lock_guard lock(mutex);
+    waiting = nullptr;
+}
 
 #endif
 

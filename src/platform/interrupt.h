@@ -8,8 +8,9 @@ class QSocketNotifier;
 
 namespace packwise {
 
-// One for a process. The first wish is told as a signal in the event loop; a second one ends the
-// process at once. On a system without such signals it stays silent.
+// One for a process, made after the application. The first wish is told as a signal in the event
+// loop; a second one ends the process at once. On Windows the process has five seconds for its end
+// when its console is closed.
 class Interrupt : public QObject {
     Q_OBJECT
 public:

@@ -13,9 +13,29 @@
 #include <string>
 #include <thread>
 
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+#endif
+
 namespace packwise {
 
 namespace {
+
+#ifdef Q_OS_WIN
+// Sockets are there only for those who ask the system for them; neither library does.
+class SocketUse {
+public:
+    SocketUse() {
+        WSADATA data;
+        WSAStartup(MAKEWORD(2, 2), &data);
+    }
+    SocketUse(const SocketUse&) = delete;
+    SocketUse& operator=(const SocketUse&) = delete;
+    ~SocketUse() { WSACleanup(); }
+};
+#else
+class SocketUse {};
+#endif
 
 constexpr int kDiscoverMilliseconds = 2000;
 constexpr auto kNatPmpPatience = std::chrono::milliseconds(2000);
@@ -117,6 +137,7 @@ private:
                                    kProtocol, nullptr, std::to_string(leaseSeconds).c_str());
     }
 
+    [[no_unique_address]] SocketUse use_;
     bool isFound_ = false;
     UPNPUrls urls_{};
     IGDdatas data_{};
@@ -196,6 +217,7 @@ private:
         return result;
     }
 
+    [[no_unique_address]] SocketUse use_;
     bool isOpen_ = false;
     natpmp_t link_{};
     QString outside_;

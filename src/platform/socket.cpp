@@ -1,5 +1,7 @@
 #include "platform/socket.h"
 
+#include "platform/rawsocket.h"
+
 #include <QHostAddress>
 #include <QNetworkProxy>
 #include <QPointer>
@@ -10,18 +12,6 @@
 #include <algorithm>
 #include <array>
 
-#ifdef Q_OS_UNIX
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <cerrno>
-#endif
-#ifdef Q_OS_WIN
-#include <winsock2.h>
-#endif
-
 namespace packwise {
 
 namespace {
@@ -31,14 +21,6 @@ constexpr int kLingerMilliseconds = 3000;
 constexpr int kAcceptAgainMilliseconds = 200;
 // What the system may hold for a peer that does not read; what comes behind it waits no longer.
 constexpr int kSystemSendBuffer = 128 * 1024;
-
-void closeDescriptor(qintptr descriptor) {
-#ifdef Q_OS_WIN
-    closesocket(static_cast<SOCKET>(descriptor));
-#else
-    ::close(static_cast<int>(descriptor));
-#endif
-}
 
 // A listener that hands out descriptors, so that its user decides which control takes one.
 class Listener : public QTcpServer {
@@ -55,7 +37,7 @@ protected:
         ConnectionRequest request{descriptor};
         Q_EMIT owner_.connectionRequest(request);
         if (!request.taken) {
-            closeDescriptor(descriptor);
+            closeRaw(descriptor);
         }
     }
 
@@ -67,20 +49,7 @@ void tune(QTcpSocket& socket) {
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
     socket.setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, kSystemSendBuffer);
-#ifdef SO_NOSIGPIPE
-    const int on = 1;
-    setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_NOSIGPIPE, &on,
-               sizeof on);
-#endif
-}
-
-void limitSilence([[maybe_unused]] const QTcpSocket& socket) {
-#ifdef Q_OS_LINUX
-    // A peer whose machine has vanished is noticed after half a minute of unanswered writes.
-    const unsigned int milliseconds = 30000;
-    setsockopt(static_cast<int>(socket.socketDescriptor()), IPPROTO_TCP, TCP_USER_TIMEOUT,
-               &milliseconds, sizeof milliseconds);
-#endif
+    preventSignals(socket.socketDescriptor());
 }
 
 Socket::ConnectFault faultOf(int error) {
@@ -135,7 +104,7 @@ void Socket::accept(ConnectionRequest& request) {
     state_ = Connected;
     remoteHostIp_ = dotted(socket->peerAddress());
     tune(*socket);
-    limitSilence(*socket);
+    limitSilence(socket->socketDescriptor());
 }
 
 void Socket::connectToHost() {
@@ -240,35 +209,20 @@ void Socket::sendData(std::string_view data) {
 }
 
 // Hands bytes to the system and gives how many it took. Qt closes a socket whose write fails, and
-// what had arrived on it is gone with it; so the write is made here where that is possible.
-std::size_t Socket::sendAtOnce([[maybe_unused]] std::string_view data) {
-#ifdef Q_OS_UNIX
-#ifdef MSG_NOSIGNAL
-    constexpr int kFlags = MSG_NOSIGNAL;
-#else
-    constexpr int kFlags = 0;
-#endif
-    const int descriptor = static_cast<int>(socket_->socketDescriptor());
-    ssize_t sent = 0;
-    do {
-        sent = ::send(descriptor, data.data(), data.size(), kFlags);
-    } while (sent < 0 && errno == EINTR);
-    if (sent >= 0) {
-        return static_cast<std::size_t>(sent);
+// what had arrived on it is gone with it; so the write is made here.
+std::size_t Socket::sendAtOnce(std::string_view data) {
+    const qintptr descriptor = socket_->socketDescriptor();
+    const RawWrite write = writeRaw(descriptor, data);
+    if (write.fault != RawWrite::None) {
+        loseInWrite(write.fault == RawWrite::ByPeer);
+        std::array<char, 4096> block{};
+        std::size_t got = 0;
+        while (left_.size() < static_cast<std::size_t>(kMostUnread) &&
+               (got = readRaw(descriptor, block)) > 0) {
+            left_.append(block.data(), got);
+        }
     }
-    if (errno == EAGAIN || errno == EWOULDBLOCK || errno == ENOBUFS) {
-        return 0;
-    }
-    const bool byPeer = errno == EPIPE || errno == ECONNRESET;
-    loseInWrite(byPeer);
-    std::array<char, 4096> block{};
-    ssize_t got = 0;
-    while (left_.size() < static_cast<std::size_t>(kMostUnread) &&
-           (got = ::recv(descriptor, block.data(), block.size(), 0)) > 0) {
-        left_.append(block.data(), static_cast<std::size_t>(got));
-    }
-#endif
-    return 0;
+    return write.taken;
 }
 
 qint64 Socket::unsent() const {

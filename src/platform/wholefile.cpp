@@ -11,6 +11,10 @@
 
 #include <cerrno>
 #endif
+#ifdef Q_OS_WIN
+#include <io.h>
+#include <windows.h>
+#endif
 
 namespace packwise {
 
@@ -39,8 +43,15 @@ QString sync(const QFileDevice& file) {
     if (fsync(file.handle()) != 0 && (errno == EIO || errno == ENOSPC || errno == EDQUOT)) {
         return qt_error_string(errno);
     }
-#else
-    Q_UNUSED(file)
+#endif
+#ifdef Q_OS_WIN
+    if (!FlushFileBuffers(reinterpret_cast<HANDLE>(_get_osfhandle(file.handle())))) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL ||
+            error == ERROR_IO_DEVICE) {
+            return qt_error_string(static_cast<int>(error));
+        }
+    }
 #endif
     return {};
 }

@@ -1,6 +1,7 @@
 #include "sets/commands.h"
 
 #include "platform/codepage.h"
+#include "platform/commandline.h"
 #include "sets/console.h"
 #include "sets/folder.h"
 #include "sets/importing.h"
@@ -53,7 +54,7 @@ int build(const QStringList& arguments, const Streams& io) {
     if (const auto status = parse(parser, arguments, io)) {
         return *status;
     }
-    const QStringList files = parser.positionalArguments().mid(1);
+    const QStringList files = typedFiles(parser.positionalArguments().mid(1));
     if (files.isEmpty() || (parser.isSet(yes) && parser.isSet(no))) {
         io.err << (files.isEmpty() ? "packwise-sets: build needs at least one source\n"
                                    : "packwise-sets: --register or --no-register, not both\n");

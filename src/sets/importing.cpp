@@ -1,5 +1,6 @@
 #include "sets/importing.h"
 
+#include "platform/commandline.h"
 #include "platform/terminal.h"
 #include "sets/cube.h"
 #include "sets/jobs.h"
@@ -229,8 +230,8 @@ std::optional<int> parseWishes(const QStringList& arguments, const Streams& io, 
     if (const auto status = parse(parser, withEveryValueNamed(arguments), io)) {
         return status;
     }
-    wishes.files = parser.positionalArguments().mid(1);
-    wishes.cards = parser.values(cards);
+    wishes.files = typedFiles(parser.positionalArguments().mid(1));
+    wishes.cards = typedFiles(parser.values(cards));
     wishes.name = parser.value(name).trimmed();
     wishes.folder = parser.value(into);
     wishes.registering = !parser.isSet(no);

@@ -3,6 +3,7 @@
 #include "engine/dealing.h"
 #include "engine/deckfile.h"
 #include "platform/codepage.h"
+#include "platform/commandline.h"
 #include "sets/cardfile.h"
 #include "sets/registry.h"
 #include "sets/rules.h"
@@ -241,7 +242,7 @@ int codeDecks(const QStringList& arguments, const Streams& io) {
     if (const auto status = parse(parser, arguments, io)) {
         return *status;
     }
-    const QStringList files = parser.positionalArguments().mid(1);
+    const QStringList files = typedFiles(parser.positionalArguments().mid(1));
     if (files.isEmpty()) {
         io.err << "packwise-sets: code needs at least one deck file\n";
         return kWrongUse;
