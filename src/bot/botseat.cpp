@@ -1,7 +1,12 @@
 #include "bot/botseat.h"
 
 #include "bot/deckwriter.h"
+#include "engine/picktext.h"
 #include "platform/codepage.h"
+#include "platform/timestamp.h"
+#include "platform/wholefile.h"
+
+#include <QDateTime>
 
 using namespace Qt::Literals;
 
@@ -110,7 +115,8 @@ void BotSeat::report(std::string_view line) {
 
 std::optional<std::int32_t> BotSeat::saveDeck(std::string_view name,
                                               const std::vector<std::string>& deck,
-                                              const std::vector<std::string>& sideboard) {
+                                              const std::vector<std::string>& sideboard,
+                                              const PickLog& picks) {
     const QString who = fromBytes(name) + u": "_s;
     const auto result =
         writeDeck(options_.decks, name, QDateTime::currentDateTime(), deck, sideboard);
@@ -121,7 +127,21 @@ std::optional<std::int32_t> BotSeat::saveDeck(std::string_view name,
         return std::nullopt;
     }
     say_(who + u"deck saved "_s + saved->path + u" code "_s + QString::number(saved->code));
+    if (options_.picks) {
+        savePicks(saved->path, picks);
+    }
     return saved->code;
+}
+
+void BotSeat::savePicks(const QString& deckPath, PickLog picks) {
+    stampPicks(picks, QDateTime::currentDateTime());
+    const QString path = deckBase(deckPath) + fromBytes(kPickTextEnding);
+    const QString reason = writeWholeFile(path, writePicks(picks));
+    if (!reason.isEmpty()) {
+        hasFailed_ = true;
+        say_(fromBytes(player_.name()) + u": cannot save the picks as "_s + path + u": "_s +
+             reason);
+    }
 }
 
 }  // namespace packwise

@@ -32,7 +32,7 @@ public:
     bool isAlive() const { return alive_; }
     // Whether there has been a connection since join().
     bool hasConnected() const { return hasConnected_; }
-    // Whether a deck could not be saved.
+    // Whether a deck, or the picks that were to go with it, could not be saved.
     bool hasFailed() const { return hasFailed_; }
 
 Q_SIGNALS:
@@ -48,7 +48,9 @@ private:
     void report(std::string_view line) override;
     std::optional<std::int32_t> saveDeck(std::string_view name,
                                          const std::vector<std::string>& deck,
-                                         const std::vector<std::string>& sideboard) override;
+                                         const std::vector<std::string>& sideboard,
+                                         const PickLog& picks) override;
+    void savePicks(const QString& deckPath, PickLog picks);
     void ended() override;
 
     void onData();

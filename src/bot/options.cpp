@@ -39,6 +39,7 @@ void addOptions(QCommandLineParser& parser) {
         {u"cards"_s, u"Where the card files are, to pick by rarity and cost (current folder)."_s,
          u"FOLDER"_s, usual.cards},
         {u"decks"_s, u"Where to save the decks (current folder)."_s, u"FOLDER"_s, usual.decks},
+        {u"picks"_s, u"Save beside each deck what its player saw and took, as NAME.picks.txt."_s},
         {u"seed"_s, u"A number; the same one drafts alike."_s, u"S"_s},
         option(u"delay"_s, u"Time to think before each answer, fractions allowed"_s, u"SECONDS"_s,
                QString::number(usual.delay / 1000.0)),
@@ -97,6 +98,7 @@ CommandLine<BotOptions> readCommandLine(const QStringList& arguments) {
     }
     options.cards = parser.value(u"cards"_s);
     options.decks = parser.value(u"decks"_s);
+    options.picks = parser.isSet(u"picks"_s);
     return {options, {}, false};
 }
 

@@ -17,6 +17,7 @@ struct BotOptions {
     quint16 port = 5252;
     QString cards = QStringLiteral(".");  // the folder of the card files
     QString decks = QStringLiteral(".");  // the folder to save decks in
+    bool picks = false;                   // save what each player saw beside the deck
     std::optional<std::uint64_t> seed;    // none for one from the system
     int delay = 800;  // milliseconds before each answer; with the link, still under a second
 };

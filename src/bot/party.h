@@ -25,7 +25,7 @@ public:
     void leave();
 
 Q_SIGNALS:
-    // Nobody is left. `status` is the exit status: 0, or 1 when no player ever sat or a deck could
+    // Nobody is left. `status` is the exit status: 0, or 1 when no player ever sat or a file could
     // not be saved.
     void finished(int status);
 

@@ -91,10 +91,13 @@ void Player::on(const to_client::Seat& message) {
     if (message.seat == number_ - 1) {
         position_ = message.position;
     }
+    keeper_.seat(message.position, roster_[static_cast<std::size_t>(message.seat)],
+                 message.seat == number_ - 1);
 }
 
 void Player::on(const to_client::Sets& message) {
     book_.setSets({message.names.begin(), message.names.end()});
+    keeper_.sets(message.names);
     const auto packs =
         kMostPacks - std::count(message.names.begin(), message.names.end(), std::string());
     picker_.setDraftLength(static_cast<int>(packs) * kMostCardsInPack);
@@ -104,12 +107,14 @@ void Player::on(const to_client::Info& message) {
     if (message.format == 'B' || message.format == 'R') {
         draftType_ = message.format;
         clockSeconds_ = message.seconds;
+        keeper_.begin(draftType_);
     }
 }
 
 void Player::on(const to_client::Round& message) {
     round_ = message.text;
     picksInRound_ = 0;
+    keeper_.round(round_);
 }
 
 void Player::on(const to_client::ShowPack& message) {
@@ -117,6 +122,7 @@ void Player::on(const to_client::ShowPack& message) {
         return;
     }
     pack_ = message.pack;
+    keeper_.pack(pack_);
     plan(draftType_ == 'B' && !pack_.empty() ? Due::BoosterPick : Due::Nothing);
 }
 
@@ -139,6 +145,7 @@ void Player::on(const to_client::Pick& message) {
     }
     const std::string token(pack_.card(message.row));
     pack_.remove(message.row);
+    keeper_.takeRow(message.position, message.row);
     if (message.position == position_) {
         take(token);
     }
@@ -165,7 +172,7 @@ void Player::on(const to_client::Over&) {
         picks.push_back(facts(token));
     }
     const DeckPlan deck = planDeck(picks);
-    if (const auto code = link_.saveDeck(name_, deck.deck, deck.sideboard)) {
+    if (const auto code = link_.saveDeck(name_, deck.deck, deck.sideboard, keeper_.log())) {
         link_.send(to_server::Code{*code}.write());
     }
 }
@@ -219,6 +226,7 @@ void Player::pickBooster() {
     const int row = static_cast<int>(chooseRow());
     const std::string token(pack_.card(row));
     pack_.remove(row);
+    keeper_.take(token);
     take(token);
     link_.send(to_server::Card{token}.write());
     link_.send(to_server::PackBack{pack_}.write());

@@ -3,6 +3,7 @@
 
 #include "bot/cardbook.h"
 #include "bot/picker.h"
+#include "engine/pickkeeper.h"
 #include "protocol/messages.h"
 
 #include <array>
@@ -30,10 +31,12 @@ public:
     // Tells the user in a line what this player does. Bytes in Windows-1252.
     virtual void report(std::string_view line) = 0;
 
-    // Writes a deck of that player and tells the user of it. Gives its code; nothing on failure.
+    // Writes a deck of that player, and what the player saw, and tells the user of it. Gives the
+    // deck's code; nothing when that cannot be written.
     virtual std::optional<std::int32_t> saveDeck(std::string_view name,
                                                  const std::vector<std::string>& deck,
-                                                 const std::vector<std::string>& sideboard) = 0;
+                                                 const std::vector<std::string>& sideboard,
+                                                 const PickLog& picks) = 0;
 
     // The player's part is over, see Player::ending(): the connection is to be closed.
     virtual void ended() = 0;
@@ -134,6 +137,7 @@ private:
     int picksInRound_ = 0;
     Pack pack_;
     std::vector<std::string> picks_;  // tokens
+    PickKeeper keeper_;
     Due due_ = Due::Nothing;
     bool over_ = false;
 };

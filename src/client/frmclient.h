@@ -14,6 +14,7 @@
 #include "widgets/lazy.h"
 #include "widgets/shape.h"
 
+#include <QDateTime>
 #include <QStringList>
 
 #include <array>
@@ -105,7 +106,7 @@ public:
     void Send(std::string_view message);
 
     // What the player has seen of the draft.
-    const PickLog& pickLog() const { return keeper_.log(); }
+    PickLog pickLog() const;
 
     void wskClient_DataArrival();
     void wskClient_Close();
@@ -245,6 +246,7 @@ private:
     std::array<std::string, kColors> Picks;              // names, each followed by "|"
     QStringList Sets;                                    // six display names
     PickKeeper keeper_;
+    QDateTime begun_;  // the draft
 };
 
 }  // namespace packwise

@@ -11,7 +11,6 @@
 #include "widgets/twips.h"
 
 #include <QCheckBox>
-#include <QDateTime>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -156,9 +155,8 @@ void FrmClient::on(const to_client::Info& message) {
     }
     setSizeTwips(kDraftWidth, height);
     moveIntoWorkArea();
-    const QDateTime now = QDateTime::currentDateTime();
-    keeper_.begin(draftType, now.toString(u"yyyyMMddHHmm"_s).toStdString(),
-                  now.toString(u"yyyy-MM-dd HH:mm:ss"_s).toStdString());
+    keeper_.begin(draftType);
+    begun_ = QDateTime::currentDateTime();
 }
 
 void FrmClient::on(const to_client::Round& message) {

@@ -6,6 +6,7 @@
 #include "deck/frmdeckbuild.h"
 #include "platform/codepage.h"
 #include "platform/settings.h"
+#include "platform/timestamp.h"
 #include "widgets/shell.h"
 
 #include <QCheckBox>
@@ -117,6 +118,12 @@ void FrmClient::removePackRow(int row) {
         Pack[at] = Pack[at + 1];
     }
     lstPack->removeRow(row);
+}
+
+PickLog FrmClient::pickLog() const {
+    PickLog log = keeper_.log();
+    stampPicks(log, begun_);
+    return log;
 }
 
 void FrmClient::MakePick(bool random) {

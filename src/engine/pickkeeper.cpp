@@ -19,12 +19,6 @@ std::vector<std::string> namesOf(const Pack& pack) {
 
 }  // namespace
 
-void PickKeeper::begin(char format, std::string_view event, std::string_view time) {
-    format_ = format;
-    log_.event = event;
-    log_.time = time;
-}
-
 void PickKeeper::seat(int position, std::string_view name, bool isSelf) {
     if (position < 0 || position >= kSeats) {
         return;

@@ -13,8 +13,8 @@ namespace packwise {
 
 class PickKeeper {
 public:
-    // A draft of the format 'B' or 'R' begins; `event` and `time` go into the log as they are.
-    void begin(char format, std::string_view event, std::string_view time);
+    // A draft of the format 'B' or 'R' begins.
+    void begin(char format) { format_ = format; }
 
     // Who sits at a table position, 0 to 7, and whether that is the player who sees all this.
     void seat(int position, std::string_view name, bool isSelf);
@@ -33,6 +33,7 @@ public:
     // Rochester: the table position, 0 to 7, has taken the row of the pack that lies there.
     void takeRow(int position, int row);
 
+    // Without an event and a time.
     const PickLog& log() const { return log_; }
 
 private:

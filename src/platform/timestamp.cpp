@@ -58,6 +58,11 @@ QString deckName(const QDateTime& when) {
     return u"draft-"_s + when.toString(u"MMddyyyy-HHmm"_s);
 }
 
+void stampPicks(PickLog& log, const QDateTime& when) {
+    log.event = when.toString(u"yyyyMMddHHmm"_s).toStdString();
+    log.time = when.toString(u"yyyy-MM-dd HH:mm:ss"_s).toStdString();
+}
+
 QString deckBase(const QString& deckFile) {
     const QString ending = u".dec"_s;
     return deckFile.endsWith(ending, Qt::CaseInsensitive) ? deckFile.chopped(ending.size())

@@ -1,5 +1,7 @@
-// The time stamp of a deck file, and its name.
+// The time stamps of a deck file and of picks, and their names.
 #pragma once
+
+#include "engine/picktext.h"
 
 #include <QString>
 
@@ -16,6 +18,9 @@ QString timeStamp(const QDateTime& when, const QLocale& locale);
 // "draft-", the date as month, day and year, and the time as hour and minute, all digits: the name
 // of a deck file without ending, unless the user chooses another.
 QString deckName(const QDateTime& when);
+
+// Gives what a player saw of a draft the number and the time of that draft.
+void stampPicks(PickLog& log, const QDateTime& when);
 
 // The path or name of a deck file less its ".dec", if it has one: the files that belong to it begin
 // alike.

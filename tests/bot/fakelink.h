@@ -23,7 +23,8 @@ public:
     void stopTimer() override { timer.reset(); }
     void report(std::string_view line) override { lines.emplace_back(line); }
     std::optional<std::int32_t> saveDeck(std::string_view, const std::vector<std::string>& cards,
-                                         const std::vector<std::string>& rest) override {
+                                         const std::vector<std::string>& rest,
+                                         const PickLog&) override {
         deck = cards;
         sideboard = rest;
         ++decks;

@@ -1,6 +1,7 @@
 // The program itself, against a server that a test plays.
 #include "bot/botseat.h"
 #include "engine/deckfile.h"
+#include "engine/picktext.h"
 #include "support/peer.h"
 
 namespace packwise {
@@ -57,7 +58,7 @@ protected:
 };
 
 TEST_F(BotProcess, DraftsSavesADeckForEachPlayerAndStaysUntilTheServerGoes) {
-    start({u"--seats"_s, u"2"_s});
+    start({u"--seats"_s, u"2"_s, u"--picks"_s});
     Peer one;
     Peer two;
     const std::string first = seat(one, 1);
@@ -80,7 +81,7 @@ TEST_F(BotProcess, DraftsSavesADeckForEachPlayerAndStaysUntilTheServerGoes) {
         const std::size_t from = heard.find("CODE") + 4;
         codes.insert(heard.substr(from, heard.find('~', from) - from));
     }
-    const QStringList files = QDir(decks.path()).entryList(QDir::Files);
+    const QStringList files = QDir(decks.path()).entryList({u"*.dec"_s});
     ASSERT_EQ(files.size(), 2);
     std::set<std::string> worked;
     for (const QString& name : files) {
@@ -89,6 +90,12 @@ TEST_F(BotProcess, DraftsSavesADeckForEachPlayerAndStaysUntilTheServerGoes) {
         const std::string text = file.readAll().toStdString();
         EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 41);
         worked.insert(std::to_string(codeOfDeckFile(text).value()));
+        PickTextFault fault;
+        const auto log = readPicks(
+            bytesOf(decks.filePath(name.chopped(4) + u".picks.txt"_s)).toStdString(), fault);
+        const std::vector<SeenPack> seen = {{1, 1, "No Such Set", "", {"First"}, 0},
+                                            {1, 2, "No Such Set", "", {"Second \x92t\x1b[2J"}, 0}};
+        EXPECT_EQ(log.value_or(PickLog()).packs, seen) << fault.what;
     }
     EXPECT_EQ(worked, codes);
 
