@@ -34,7 +34,7 @@ Program::Program(QString settingsFile, std::uint64_t seed)
                                              [this] { return draw(); });
       }),
       frmInfo([this] { return std::make_unique<FrmInfo>(*this); }) {
-    QApplication::setWindowIcon(QIcon(u":/packwise.svg"_s));
+    QApplication::setWindowIcon(QIcon(u":/packwise.ico"_s));
 }
 
 Program::~Program() = default;

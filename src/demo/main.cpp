@@ -1,5 +1,6 @@
 #include "demo/demotable.h"
 #include "demo/samplesets.h"
+#include "platform/display.h"
 #include "widgets/look.h"
 
 #include <QApplication>
@@ -73,7 +74,7 @@ int playDemo(const DemoOptions& options, const QTemporaryDir& work) {
 int main(int argc, char** argv) {
     const QTemporaryDir work;
     if (playsOffscreen(argc, argv)) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        hideWindows();
         qInstallMessageHandler(passOn);
     }
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {

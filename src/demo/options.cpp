@@ -1,5 +1,7 @@
 #include "demo/options.h"
 
+#include "platform/display.h"
+
 #include <QCommandLineParser>
 
 #include <algorithm>
@@ -54,10 +56,7 @@ bool playsOffscreen(int argc, const char* const* argv) {
     const bool asked = std::any_of(argv, argv + argc, [](const char* each) {
         return std::string_view(each) == "--offscreen";
     });
-    const bool hasDisplay = !qEnvironmentVariableIsEmpty("DISPLAY") ||
-                            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-                            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-    return asked || !hasDisplay;
+    return asked || !hasDisplay();
 }
 
 }  // namespace packwise

@@ -1,3 +1,4 @@
+#include "platform/display.h"
 #include "support/test.h"
 #include "widgets/look.h"
 
@@ -6,7 +7,7 @@
 // The main of every test program with windows: no display, and settings of its own.
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        packwise::hideWindows();
     }
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
