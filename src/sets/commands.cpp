@@ -3,6 +3,7 @@
 #include "platform/codepage.h"
 #include "platform/commandline.h"
 #include "sets/console.h"
+#include "sets/decks.h"
 #include "sets/folder.h"
 #include "sets/importing.h"
 #include "sets/inspecting.h"
@@ -160,11 +161,14 @@ constexpr Command kCommands[] = {
     {u"remove", "remove SET [--in FOLDER]", "delete a set's files and its registered name",
      removeSet},
     {u"code", "code DECK...", "work out the security code of deck files", codeDecks},
+    {u"export", "export DECK... --to FORMAT [--into FOLDER] [--force]",
+     "write decks for other programs: cod, txt, dek or arena", exportDecks},
 };
 
 void printHelp(QTextStream& out) {
     out << "Usage: packwise-sets COMMAND\n\n"
-           "Makes, lists and checks the card set files that Packwise deals from.\n\n"
+           "Makes, lists and checks the card set files that Packwise deals from, and reads its "
+           "decks.\n\n"
            "Commands:\n";
     for (const Command& command : kCommands) {
         out << "  " << command.form << "\n      " << command.summary << "\n";

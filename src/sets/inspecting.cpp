@@ -1,9 +1,7 @@
 #include "sets/inspecting.h"
 
 #include "engine/dealing.h"
-#include "engine/deckfile.h"
 #include "platform/codepage.h"
-#include "platform/commandline.h"
 #include "sets/cardfile.h"
 #include "sets/registry.h"
 #include "sets/rules.h"
@@ -231,34 +229,6 @@ int removeSet(const QStringList& arguments, const Streams& io) {
     }
     io.out << asked.name << ": removed\n";
     return kDone;
-}
-
-int codeDecks(const QStringList& arguments, const Streams& io) {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        u"Works out the security code of deck files, as Draft Information shows it."_s);
-    parser.addPositionalArgument(u"code"_s, QString(), u"code"_s);
-    parser.addPositionalArgument(u"DECK"_s, u"A deck file (*.dec)."_s, u"DECK..."_s);
-    if (const auto status = parse(parser, arguments, io)) {
-        return *status;
-    }
-    const QStringList files = typedFiles(parser.positionalArguments().mid(1));
-    if (files.isEmpty()) {
-        io.err << "packwise-sets: code needs at least one deck file\n";
-        return kWrongUse;
-    }
-    bool good = true;
-    for (const QString& file : files) {
-        std::string bytes;
-        const bool isRead = readWhole(pathOf(file), bytes);
-        if (const std::optional<std::int32_t> code = codeOfDeckFile(bytes)) {
-            io.out << file << ": " << *code << "\n";
-        } else {
-            io.err << file << (isRead ? ": holds no deck\n" : ": cannot be read\n");
-            good = false;
-        }
-    }
-    return good ? kDone : kFailed;
 }
 
 }  // namespace packwise::sets

@@ -1,5 +1,5 @@
-// The commands that look at what is there: "show", "deal", "remove" and "code". Each returns the
-// exit status.
+// The commands that look at what is there: "show", "deal" and "remove". Each returns the exit
+// status.
 #pragma once
 
 #include "sets/console.h"
@@ -9,6 +9,5 @@ namespace packwise::sets {
 int showSet(const QStringList& arguments, const Streams& io);
 int dealSet(const QStringList& arguments, const Streams& io);
 int removeSet(const QStringList& arguments, const Streams& io);
-int codeDecks(const QStringList& arguments, const Streams& io);
 
 }  // namespace packwise::sets

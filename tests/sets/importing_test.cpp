@@ -1,5 +1,4 @@
 // Importing sets, and the commands for what was imported.
-#include "engine/deckfile.h"
 #include "sets/mtgsample.h"
 #include "sets/programfixture.h"
 
@@ -144,16 +143,6 @@ TEST_F(Importing, MakesTheFolderAndTellsHowASetIsNamed) {
     const Ending inTheWay = run({u"import"_s, u"RMS.json"_s, u"--into"_s, u"RMS.json/x"_s});
     EXPECT_EQ(1, inTheWay.status);
     EXPECT_THAT(inTheWay.err, HasSubstr("RMS.json/x: this folder cannot be made\n"));
-}
-
-TEST_F(Importing, WorksOutTheCodeOfADeckFile) {
-    const DeckFile deck = makeDeckFile("1/2/2026 3:04:05 PM", {"Pike King", "Fish aa"}, {"Newt"});
-    put(u"mine.dec"_s, QByteArray::fromStdString(deck.text));
-    EXPECT_EQ("mine.dec: " + std::to_string(deck.code) + "\n", run({u"code"_s, u"mine.dec"_s}).out);
-    put(u"zero.dec"_s, "//NAME: x\r\nSB: 1 x\r\n");
-    EXPECT_EQ("zero.dec: 0\n", run({u"code"_s, u"zero.dec"_s}).out);
-    put(u"none.dec"_s, "no deck\n");
-    EXPECT_EQ(1, run({u"code"_s, u"none.dec"_s}).status);
 }
 
 }  // namespace
