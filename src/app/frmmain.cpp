@@ -3,6 +3,8 @@
 #include "widgets/look.h"
 #include "widgets/twips.h"
 
+#include <QDir>
+
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
@@ -37,6 +39,9 @@ FrmMain::FrmMain(Shell& shell)
     cmdAbout = makeButton(u"cmdAbout"_s, u"&about Packwise"_s, inColumn(2));
     cmdDummy->setAccessibleName(u"Join or host a draft"_s);
     cmdDummy->setFocus();
+    const QString cards = u"Card sets: "_s + QDir::toNativeSeparators(QDir::currentPath());
+    cmdServer->setToolTip(plainToolTip(cards));
+    cmdServer->setAccessibleDescription(cards);
 
     connect(cmdClient, &QPushButton::clicked, this, &FrmMain::cmdClient_Click);
     connect(cmdServer, &QPushButton::clicked, this, &FrmMain::cmdServer_Click);

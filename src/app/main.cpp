@@ -1,10 +1,12 @@
 #include "app/program.h"
 #include "platform/interrupt.h"
 #include "platform/terminal.h"
-#include "protocol/framing.h"
+#include "platform/version.h"
+#include "sets/cardfolder.h"
 #include "widgets/look.h"
 
 #include <QApplication>
+#include <QDir>
 
 #include <cstdio>
 #include <string>
@@ -14,7 +16,7 @@ namespace {
 
 // What is printed in place of a start; empty when the command line does not ask for it.
 std::string answerTo(int argc, char** argv) {
-    std::string title = "packwise " + std::string(packwise::kProtocolVersion) + "\n";
+    const std::string title = packwise::versionLine(QStringLiteral("packwise")).toStdString();
     for (int i = 1; i < argc; ++i) {
         const std::string_view word = argv[i];
         if (word == "--version") {
@@ -23,9 +25,11 @@ std::string answerTo(int argc, char** argv) {
         if (word == "--help") {
             return title +
                    "\n"
-                   "Hosts and joins live drafts of Magic: the Gathering. Start it without options\n"
-                   "in the folder that holds your card sets (files *.pw); a window then asks\n"
-                   "whether to connect to a draft or to start one.\n"
+                   "Hosts and joins live drafts of Magic: the Gathering. Start it without "
+                   "options;\n"
+                   "a window then asks whether to connect to a draft or to start one. The card\n"
+                   "sets are those of the folder in which it starts; if that holds none (files\n"
+                   "*.pw), those of your own card folder, made with two sample sets at first.\n"
                    "\n"
                    "  --version   tells the version\n"
                    "  --help      shows this text\n"
@@ -50,7 +54,13 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("packwise"));
     QApplication::setDesktopFileName(QStringLiteral("packwise"));
     packwise::applyLook(application);
+    const QString startFolder = QDir::currentPath();
+    const packwise::sets::CardFolder cards = packwise::sets::findCardFolder();
+    if (!QDir::setCurrent(cards.path)) {
+        qWarning("cannot enter the folder %s", qUtf8Printable(cards.path));
+    }
     packwise::Program program;
+    program.setStartFolder(startFolder);
     QObject::connect(&program, &packwise::Program::hasEnded, &application,
                      [] { QCoreApplication::exit(0); });
     // The system's wish to end takes the same way out, so that nothing stays open at a router.

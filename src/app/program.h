@@ -21,6 +21,7 @@
 #include "widgets/lazy.h"
 #include "widgets/shell.h"
 
+#include <QDir>
 #include <QObject>
 
 #include <array>
@@ -41,11 +42,14 @@ public:
                      std::uint64_t seed = std::random_device{}());
     ~Program() override;
 
+    // Where the user started the program, if its current folder is another by now.
+    void setStartFolder(const QString& folder) { startFolder_ = folder; }
     // Shows the start window.
     void start();
 
     SettingsStore& settings() override { return settings_; }
     MessageBoxes& boxes() override { return boxes_; }
+    QString startFolder() const override { return startFolder_; }
     bool isVisible(FormId form) const override;
     void saveForms() override;
     void end() override;
@@ -59,6 +63,7 @@ private:
     MessageBoxes boxes_;
     HeldKeys heldKeys_;
     std::mt19937_64 generator_;
+    QString startFolder_ = QDir::currentPath();
     bool ended_ = false;
 
 public:

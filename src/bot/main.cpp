@@ -2,6 +2,7 @@
 #include "bot/party.h"
 #include "platform/interrupt.h"
 #include "platform/terminal.h"
+#include "sets/cardfolder.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -18,16 +19,20 @@ int main(int argc, char** argv) {
     QTextStream out(&toOutput);
     QTextStream errors(&toErrors);
 
-    const packwise::CommandLine<BotOptions> line =
-        packwise::readCommandLine(application.arguments());
+    packwise::CommandLine<BotOptions> line = packwise::readCommandLine(application.arguments());
     if (!line.options) {
         (line.isError ? errors : out) << line.text << (line.isError ? "\n" : "");
         return line.isError ? 1 : 0;
     }
-    const BotOptions& options = *line.options;
+    BotOptions& options = *line.options;
     if (!QDir().mkpath(options.decks)) {
         errors << u"Cannot make the folder "_s << options.decks << u'\n';
         return 1;
+    }
+    if (options.cards.isEmpty()) {
+        const packwise::sets::CardFolder folder = packwise::sets::findCardFolder();
+        out << folder.words << Qt::endl;
+        options.cards = folder.path;
     }
 
     packwise::Interrupt interrupt;

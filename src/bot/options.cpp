@@ -1,5 +1,6 @@
 #include "bot/options.h"
 
+#include "platform/version.h"
 #include "protocol/framing.h"
 
 #include <QCommandLineParser>
@@ -36,8 +37,10 @@ void addOptions(QCommandLineParser& parser) {
         option(u"seats"_s, u"Players to bring, 1 to 8"_s, u"N"_s, QString::number(usual.seats)),
         option(u"host"_s, u"The server's address"_s, u"ADDRESS"_s, usual.host),
         option(u"port"_s, u"The server's port"_s, u"PORT"_s, QString::number(usual.port)),
-        {u"cards"_s, u"Where the card files are, to pick by rarity and cost (current folder)."_s,
-         u"FOLDER"_s, usual.cards},
+        {u"cards"_s,
+         u"Where the card files are, to pick by rarity and cost (the current folder if it has any,"
+         " else your card folder)."_s,
+         u"FOLDER"_s},
         {u"decks"_s, u"Where to save the decks (current folder)."_s, u"FOLDER"_s, usual.decks},
         {u"picks"_s, u"Save beside each deck what its player saw and took, as NAME.picks.txt."_s},
         {u"seed"_s, u"A number; the same one drafts alike."_s, u"S"_s},
@@ -60,11 +63,7 @@ CommandLine<BotOptions> readCommandLine(const QStringList& arguments) {
         return {std::nullopt, parser.helpText(), false};
     }
     if (parser.isSet(u"version"_s)) {
-        const std::string_view version = kProtocolVersion;
-        return {std::nullopt,
-                u"packwise-bot "_s + QLatin1StringView(version.data(), qsizetype(version.size())) +
-                    u'\n',
-                false};
+        return {std::nullopt, versionLine(u"packwise-bot"_s), false};
     }
     if (!parser.positionalArguments().isEmpty()) {
         return wrong(u"Unexpected argument '"_s + parser.positionalArguments().constFirst() +

@@ -15,7 +15,7 @@ struct BotOptions {
     int seats = 1;  // 1 to 8
     QString host = QStringLiteral("127.0.0.1");
     quint16 port = 5252;
-    QString cards = QStringLiteral(".");  // the folder of the card files
+    QString cards;                        // the folder of the card files; empty when none was named
     QString decks = QStringLiteral(".");  // the folder to save decks in
     bool picks = false;                   // save what each player saw beside the deck
     std::optional<std::uint64_t> seed;    // none for one from the system

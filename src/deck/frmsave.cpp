@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStandardPaths>
 #include <QStorageInfo>
 
 namespace packwise {
@@ -87,9 +88,15 @@ void FrmSave::connectControls() {
 
 void FrmSave::Form_Load() {
     dlbDrive->addItems(mountedVolumes());
-    if (!dlbDir->setPath(setting::savePath.read(shell_.settings())) &&
-        !dlbDir->setPath(QDir::currentPath())) {
-        dlbDir->setPath(QDir::rootPath());
+    // A menu may start the program where its user cannot write.
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString started = shell_.startFolder();
+    for (const QString& folder :
+         {setting::savePath.read(shell_.settings()),
+          QFileInfo(started).isWritable() ? started : documents, started, QDir::rootPath()}) {
+        if (dlbDir->setPath(folder)) {
+            break;
+        }
     }
     chkPicks->setChecked(setting::savePicks.readInt(shell_.settings()) != 0);
     chkExport->setChecked(setting::saveExport.readInt(shell_.settings()) != 0);

@@ -1,6 +1,6 @@
 #include "demo/demotable.h"
-#include "demo/samplesets.h"
 #include "platform/display.h"
+#include "sets/samplesets.h"
 #include "widgets/look.h"
 
 #include <QApplication>
@@ -43,8 +43,8 @@ int playDemo(const DemoOptions& options, const QTemporaryDir& work) {
         errors << u"packwise-demo: cannot make the folder %1\n"_s.arg(output.path());
         return 1;
     }
-    const QStringList sets = buildSampleSets(work.path());
-    if (sets.size() != 2 || !QDir::setCurrent(work.path())) {
+    const QStringList names = sets::buildSampleSets(work.path());
+    if (names.size() != 2 || !QDir::setCurrent(work.path())) {
         errors << "packwise-demo: cannot write the card files of the sample sets\n";
         return 1;
     }
@@ -53,7 +53,7 @@ int playDemo(const DemoOptions& options, const QTemporaryDir& work) {
         Narrator narrator;
         narrator.tell(u"A demonstration draft of eight, seed %1."_s.arg(options.seed));
         const Pictures pictures(output.filePath(u"pictures"_s));
-        DemoTable table(options, work.path(), sets, output.filePath(u"decks"_s), pictures,
+        DemoTable table(options, work.path(), names, output.filePath(u"decks"_s), pictures,
                         narrator);
         table.play();
         tellResult(table, output, narrator);

@@ -1,6 +1,7 @@
 #include "demo/options.h"
 
 #include "platform/display.h"
+#include "platform/version.h"
 
 #include <QCommandLineParser>
 
@@ -25,7 +26,8 @@ CommandLine<DemoOptions> readDemoCommandLine(const QStringList& arguments) {
     const QCommandLineOption offscreen(u"offscreen"_s,
                                        u"Show nothing, even where there is a display."_s);
     const QCommandLineOption help(u"help"_s, u"Tell of these options."_s);
-    parser.addOptions({into, rochester, seed, offscreen, help});
+    const QCommandLineOption version(u"version"_s, u"Tell the version."_s);
+    parser.addOptions({into, rochester, seed, offscreen, help, version});
 
     const auto wrong = [](const QString& text) {
         return CommandLine<DemoOptions>{std::nullopt, u"packwise-demo: "_s + text, true};
@@ -35,6 +37,9 @@ CommandLine<DemoOptions> readDemoCommandLine(const QStringList& arguments) {
     }
     if (parser.isSet(help)) {
         return {std::nullopt, parser.helpText(), false};
+    }
+    if (parser.isSet(version)) {
+        return {std::nullopt, versionLine(u"packwise-demo"_s), false};
     }
     if (!parser.positionalArguments().isEmpty()) {
         return wrong(u"what is \"%1\"? See --help"_s.arg(parser.positionalArguments().first()));

@@ -2,6 +2,7 @@
 #include "platform/interrupt.h"
 #include "platform/lineinput.h"
 #include "platform/terminal.h"
+#include "sets/cardfolder.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -16,11 +17,16 @@ int main(int argc, char** argv) {
     QTextStream out(&toOutput);
     QTextStream errors(&toErrors);
 
-    const packwise::CommandLine<HostOptions> line =
+    packwise::CommandLine<HostOptions> line =
         packwise::readHostCommandLine(QCoreApplication::arguments());
     if (!line.options) {
         (line.isError ? errors : out) << line.text << (line.isError ? "\n" : "");
         return line.isError ? 2 : 0;
+    }
+    if (line.options->cards.isEmpty()) {
+        const packwise::sets::CardFolder folder = packwise::sets::findCardFolder();
+        out << folder.words << Qt::endl;
+        line.options->cards = folder.path;
     }
 
     packwise::Interrupt interrupt;

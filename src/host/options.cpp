@@ -2,7 +2,7 @@
 
 #include "platform/codepage.h"
 #include "platform/setfiles.h"
-#include "protocol/framing.h"
+#include "platform/version.h"
 #include "protocol/messages.h"
 
 #include <QCommandLineParser>
@@ -40,7 +40,9 @@ QList<QCommandLineOption> allOptions() {
         {u"real"_s, u"Deal along the order files of the sets that have one."_s},
         {u"halt-on-drop"_s, u"A player who is lost ends the draft."_s},
         {u"silent"_s, u"Nobody can chat."_s},
-        {u"cards"_s, u"Where the card files are (current folder)."_s, u"FOLDER"_s, usual.cards},
+        {u"cards"_s,
+         u"Where the card files are (the current folder if it has any, else your card folder)."_s,
+         u"FOLDER"_s},
         {u"players"_s,
          usually(u"The draft starts by itself when N are seated, 1 to 8"_s, usual.players), u"N"_s,
          QString::number(usual.players)},
@@ -236,7 +238,7 @@ CommandLine<HostOptions> readHostCommandLine(const QStringList& arguments) {
         return {std::nullopt, asked.helpText(), false};
     }
     if (asked.isSet(u"version"_s)) {
-        return {std::nullopt, u"packwise-host "_s + fromBytes(kProtocolVersion) + u'\n', false};
+        return {std::nullopt, versionLine(u"packwise-host"_s), false};
     }
     if (!asked.isSet(u"settings"_s)) {
         return optionsOf(asked);

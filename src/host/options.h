@@ -19,9 +19,9 @@ struct HostOptions {
     bool haltsOnDrop = false;
     bool isSilent = false;
 
-    QString cards = QStringLiteral(".");  // the folder of the card files
-    QString address;                      // to listen on, in dotted decimal; empty for all
-    quint16 port = 5252;                  // of the first table; each other has the next one
+    QString cards;        // the folder of the card files; empty when none was named
+    QString address;      // to listen on, in dotted decimal; empty for all
+    quint16 port = 5252;  // of the first table; each other has the next one
     int tables = 1;
     bool opensRouter = false;  // asks the router of a home network to let others in
 

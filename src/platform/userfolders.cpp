@@ -10,8 +10,12 @@ QString userDataFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Packwise"_s;
 }
 
-QString userCardFolder() { return userDataFolder() + u"/cards"_s; }
+QString userCardFolder() {
+    return userDataFolder() + u"/cards"_s;
+}
 
-QString userRecordFolder() { return userDataFolder() + u"/records"_s; }
+QString userRecordFolder() {
+    return userDataFolder() + u"/records"_s;
+}
 
 }  // namespace packwise

@@ -2,6 +2,8 @@
 
 #include "platform/codepage.h"
 #include "platform/commandline.h"
+#include "platform/userfolders.h"
+#include "platform/version.h"
 #include "sets/console.h"
 #include "sets/decks.h"
 #include "sets/folder.h"
@@ -15,6 +17,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 
 #include <filesystem>
@@ -47,8 +50,7 @@ int build(const QStringList& arguments, const Streams& io) {
         u"Packwise offers it."_s);
     parser.addPositionalArgument(u"build"_s, QString(), u"build"_s);
     parser.addPositionalArgument(u"SOURCE"_s, u"A set written as text (*.set)."_s, u"SOURCE..."_s);
-    const QCommandLineOption into(u"into"_s, u"Put the files there; else here."_s, u"FOLDER"_s,
-                                  u"."_s);
+    const QCommandLineOption into(u"into"_s, u"Put the files there."_s, u"FOLDER"_s);
     const QCommandLineOption yes(u"register"_s, u"Register the sets' names (the default)."_s);
     const QCommandLineOption no(u"no-register"_s, u"Leave the settings alone."_s);
     parser.addOptions({into, yes, no});
@@ -78,16 +80,15 @@ int build(const QStringList& arguments, const Streams& io) {
 std::optional<int> parseFolder(QCommandLineParser& parser, const QString& command,
                                const QStringList& arguments, const Streams& io, QString& folder) {
     parser.addPositionalArgument(command, QString(), command);
-    parser.addPositionalArgument(u"FOLDER"_s, u"The folder to look into; else here."_s,
-                                 u"[FOLDER]"_s);
+    parser.addPositionalArgument(u"FOLDER"_s, u"The folder to look into."_s, u"[FOLDER]"_s);
     if (const auto status = parse(parser, arguments, io)) {
         return status;
     }
-    folder = parser.positionalArguments().value(1, u"."_s);
     if (parser.positionalArguments().size() > 2) {
         io.err << "packwise-sets: " << command << " looks into one folder\n";
         return kWrongUse;
     }
+    folder = folderOr(parser.positionalArguments().value(1), io);
     return needFolder(folder, io);
 }
 
@@ -173,7 +174,11 @@ void printHelp(QTextStream& out) {
     for (const Command& command : kCommands) {
         out << "  " << command.form << "\n      " << command.summary << "\n";
     }
-    out << "\n\"packwise-sets COMMAND --help\" tells a command's options.\n";
+    out << "\nWhere no FOLDER is named, the current folder serves if it holds card files, else\n"
+           "your own card folder: "
+        << QDir::toNativeSeparators(userCardFolder())
+        << "\n\n\"packwise-sets COMMAND --help\" tells a command's options, --version the "
+           "version.\n";
 }
 
 }  // namespace
@@ -182,6 +187,10 @@ int run(const QStringList& arguments, QTextStream& out, QTextStream& err) {
     const QString name = arguments.value(1);
     if (name == u"--help"_s || name == u"-h"_s) {
         printHelp(out);
+        return kDone;
+    }
+    if (name == u"--version"_s || name == u"-v"_s) {
+        out << versionLine(u"packwise-sets"_s);
         return kDone;
     }
     for (const Command& command : kCommands) {

@@ -1,6 +1,7 @@
 #include "sets/console.h"
 
 #include "platform/codepage.h"
+#include "sets/cardfolder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -48,6 +49,15 @@ std::optional<int> needFolder(const QString& folder, const Streams& io) {
     }
     io.err << folder << ": there is no such folder\n";
     return kFailed;
+}
+
+QString folderOr(const QString& named, const Streams& io) {
+    if (!named.isEmpty()) {
+        return named;
+    }
+    const CardFolder folder = findCardFolder();
+    io.err << folder.words << "\n";
+    return folder.path;
 }
 
 std::optional<int> makeFolder(const QString& folder, const Streams& io) {

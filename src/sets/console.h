@@ -38,6 +38,10 @@ std::optional<int> parse(QCommandLineParser& parser, const QStringList& argument
 // kFailed, and told, when there is no such folder.
 std::optional<int> needFolder(const QString& folder, const Streams& io);
 
+// The folder that an option names, or the one of the card sets where it names none; which one is
+// told then.
+QString folderOr(const QString& named, const Streams& io);
+
 // Makes a folder, with all above it, and tells so, unless it is there. Nothing but an exit status
 // when it cannot be made.
 std::optional<int> makeFolder(const QString& folder, const Streams& io);

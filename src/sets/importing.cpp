@@ -218,8 +218,7 @@ std::optional<int> parseWishes(const QStringList& arguments, const Streams& io, 
         u"a cube: a list of cards, one a line. Files come before the options."_s);
     parser.addPositionalArgument(u"import"_s, QString(), u"import"_s);
     parser.addPositionalArgument(u"FILE"_s, u"What to read."_s, u"FILE..."_s);
-    const QCommandLineOption into(u"into"_s, u"Put the files there; else here."_s, u"FOLDER"_s,
-                                  u"."_s);
+    const QCommandLineOption into(u"into"_s, u"Put the files there."_s, u"FOLDER"_s);
     const QCommandLineOption name(
         u"name"_s, u"The set's display name; else its own or the file's."_s, u"NAME"_s);
     const QCommandLineOption code(u"code"_s, u"Take only the sets of these codes."_s, u"CODE..."_s);

@@ -54,7 +54,7 @@ public:
                                        : " takes no further name; quote a name with blanks\n");
             return kWrongUse;
         }
-        asked = {parser_.value(in_), words.front()};
+        asked = {folderOr(parser_.value(in_), io), words.front()};
         for (const QString& name : registeredSets()) {
             if (fileBase(name).compare(fileBase(asked.name), Qt::CaseInsensitive) == 0) {
                 asked.name = name;
@@ -66,7 +66,7 @@ public:
 private:
     QString command_;
     QCommandLineParser parser_;
-    QCommandLineOption in_{u"in"_s, u"The folder of the files; else here."_s, u"FOLDER"_s, u"."_s};
+    QCommandLineOption in_{u"in"_s, u"The folder of the files."_s, u"FOLDER"_s};
 };
 
 // The cards of a set's file. Told when it cannot be read, and what is wrong with its form.

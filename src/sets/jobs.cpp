@@ -61,12 +61,13 @@ bool buildOne(const Job& job, const QString& folder, bool registering, const Str
 
 }  // namespace
 
-int writeSets(const std::vector<Job>& jobs, const QString& folder, bool registering,
+int writeSets(const std::vector<Job>& jobs, const QString& named, bool registering,
               const QString& renaming, const Streams& io) {
     if (!haveOwnFiles(jobs, registering, renaming, io)) {
         io.err << "packwise-sets: nothing was written\n";
         return kFailed;
     }
+    const QString folder = folderOr(named, io);
     if (const auto status = makeFolder(folder, io)) {
         return *status;
     }

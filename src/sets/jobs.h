@@ -10,10 +10,11 @@ struct Job {
     SetSource source;
 };
 
-// Writes the files of every set into the folder, which is made if need be, and registers their
-// names unless told not to. Nothing is written when two sets, or a set and another registered one,
-// lead to the same files; `renaming` then tells where to give another name. The exit status.
-int writeSets(const std::vector<Job>& jobs, const QString& folder, bool registering,
+// Writes the files of every set into the folder `named`, or as folderOr() has it, which is made if
+// need be, and registers their names unless told not to. Nothing is written when two sets, or a set
+// and another registered one, lead to the same files; `renaming` then tells where to give another
+// name. The exit status.
+int writeSets(const std::vector<Job>& jobs, const QString& named, bool registering,
               const QString& renaming, const Streams& io);
 
 }  // namespace packwise::sets

@@ -27,6 +27,9 @@ public:
     virtual SettingsStore& settings() = 0;
     virtual MessageBoxes& boxes() = 0;
 
+    // The folder in which the user started the program; the current one holds the card sets.
+    virtual QString startFolder() const = 0;
+
     // Whether a window is on the screen. Asking does not make it.
     virtual bool isVisible(FormId form) const = 0;
 

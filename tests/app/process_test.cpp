@@ -1,6 +1,6 @@
 // The program itself, from its start to its exit status.
 #include "app/draftparty.h"
-#include "protocol/framing.h"
+#include "platform/version.h"
 
 namespace packwise {
 namespace {
@@ -24,6 +24,7 @@ protected:
         environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(PACKWISE_TEST_PLUGINS));
         environment.insert(u"PACKWISE_STEPS"_s, steps);
         environment.insert(u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s));
+        environment.insert(u"XDG_DATA_HOME"_s, home.filePath(u"data"_s));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(home.path());
         process.start(QStringLiteral(PACKWISE_PROGRAM), arguments);
@@ -37,9 +38,9 @@ protected:
 };
 
 TEST_F(Packwise, TellsItsVersionAndItsUseWithoutADisplay) {
-    const QByteArray title = "packwise " + QByteArray::fromStdString(std::string(kProtocolVersion));
+    const QByteArray title = versionLine(u"packwise"_s).toUtf8();
     EXPECT_EQ(run({u"--version"_s}, u"none"_s, {}), 0);
-    EXPECT_EQ(process.readAllStandardOutput(), title + "\n");
+    EXPECT_EQ(process.readAllStandardOutput(), title);
     EXPECT_EQ(run({u"draft"_s, u"--help"_s}, u"none"_s, {}), 0);
     EXPECT_TRUE(process.readAllStandardOutput().startsWith(title));
     EXPECT_TRUE(QDir(home.path()).isEmpty());
@@ -58,6 +59,7 @@ TEST_F(Packwise, EndsByEveryWindowThatCanEndIt) {
             << steps.toStdString();
         EXPECT_EQ(store().readAll(u"Forms"_s).isEmpty(), !steps.contains(u"frmServer"_s));
     }
+    EXPECT_EQ(store().readAll(u"Sets"_s).size(), 2) << "as when a menu starts it";
 }
 
 }  // namespace

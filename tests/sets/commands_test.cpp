@@ -13,7 +13,7 @@ TEST_F(Program, RegistersASetOnceBehindTheUsersOwn) {
     run({u"build"_s, u"one.set"_s, u"--into"_s, u"cards"_s, u"--no-register"_s});
     EXPECT_EQ(1, registered().size());
     EXPECT_THAT(run({u"list"_s, u"cards"_s}).out, HasSubstr("(not registered)"));
-    EXPECT_EQ("Reed, Two: written\n", run({u"build"_s, u"one.set"_s}).out);
+    EXPECT_EQ("Reed, Two: written\n", run({u"build"_s, u"one.set"_s, u"--into"_s, u"."_s}).out);
     EXPECT_EQ("Reed, Two: up to date\nAsh Set: written\n",
               run({u"build"_s, u"one.set"_s, u"two.set"_s, u"--register"_s}).out);
     EXPECT_EQ(QStringList({u"My Own, First"_s, u"Reed, Two"_s, u"Ash Set"_s}), registered());
@@ -24,6 +24,34 @@ TEST_F(Program, RegistersASetOnceBehindTheUsersOwn) {
     EXPECT_THAT(list.out, HasSubstr("Reed, Two"));
     EXPECT_THAT(list.out, HasSubstr("1 common, 0 uncommon, 0 rare, 0 undealt; pack of 1 + 0 + 0"));
     EXPECT_EQ(0, run({u"check"_s}).status);
+}
+
+TEST_F(Program, TakesTheFolderItIsInOrTheUsersOwnWhichIsMadeOnce) {
+    const std::string users = dir_.filePath(u"data/Packwise/cards"_s).toStdString();
+    const std::string samples = ", made with the sample sets Cinder Orchard and Saltmarsh Bells\n";
+    struct Case {
+        QStringList arguments;
+        std::string folder;
+        int sets;  // that "list" shows in the end
+    };
+    put(u"data"_s, "in the way");
+    EXPECT_THAT(run({u"list"_s}).err, HasSubstr("the folder " + users + " cannot be made"));
+    ASSERT_TRUE(QFile::remove(dir_.filePath(u"data"_s)));
+    for (const Case& c : {
+             Case{{u"list"_s}, users + samples, 2},
+             Case{{u"remove"_s, u"Cinder Orchard"_s}, users + "\n", 1},
+             Case{{u"remove"_s, u"Saltmarsh Bells"_s}, users + "\n", 0},
+             Case{{u"build"_s, u"one.set"_s}, users + "\n", 1},
+             Case{{u"build"_s, u"one.set"_s, u"two.set"_s, u"--into"_s, u"."_s}, "", 2},
+             Case{{u"check"_s}, dir_.path().toStdString() + "\n", 2},
+         }) {
+        put(u"one.set"_s, setNamed("Reed, Two"));
+        put(u"two.set"_s, setNamed("Ash Set"));
+        EXPECT_EQ(run(c.arguments).err, c.folder.empty() ? "" : "Card sets: " + c.folder);
+        const std::string list = run({u"list"_s}).out;
+        EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), c.sets) << list;
+        EXPECT_EQ(registered().size(), c.sets);
+    }
 }
 
 TEST_F(Program, WritesNothingUnlessEverySourceIsSound) {
@@ -41,7 +69,7 @@ TEST_F(Program, RefusesTwoNamesThatLeadToTheSameFiles) {
     put(u"one.set"_s, setNamed("Reed Marsh One"));
     put(u"two.set"_s, setNamed("reedmarsh two"));
     EXPECT_THAT(run({u"build"_s, u"one.set"_s, u"two.set"_s}).err, HasSubstr("\"Reed Marsh One\""));
-    EXPECT_EQ(0, run({u"build"_s, u"one.set"_s}).status);
+    EXPECT_EQ(0, run({u"build"_s, u"one.set"_s, u"--into"_s, u"."_s}).status);
     const Ending second = run({u"build"_s, u"two.set"_s});
     EXPECT_EQ(1, second.status);
     EXPECT_THAT(second.err, HasSubstr("the same files as the set \"Reed Marsh One\""));

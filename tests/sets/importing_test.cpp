@@ -18,7 +18,7 @@ protected:
 
 TEST_F(Importing, TakesASetOnceAndAgainWhenItHasChanged) {
     put(u"RMS.json"_s, reedMarsh());
-    const Ending first = run({u"import"_s, u"RMS.json"_s});
+    const Ending first = run({u"import"_s, u"RMS.json"_s, u"--into"_s, u"."_s});
     EXPECT_EQ("Reed Marsh: written\n", first.out);
     EXPECT_EQ("", first.err) << "no bar in a pipe";
     EXPECT_EQ("Reed Marsh: up to date\n", run({u"import"_s, u"RMS.json"_s}).out);
@@ -110,7 +110,7 @@ TEST_F(Importing, LeavesNothingOfDamagedFiles) {
 
 TEST_F(Importing, DealsShowsAndRemovesASet) {
     put(u"RMS.json"_s, reedMarsh());
-    run({u"import"_s, u"RMS.json"_s});
+    run({u"import"_s, u"RMS.json"_s, u"--into"_s, u"."_s});
     const QStringList deal = {u"deal"_s, u"reed marsh"_s, u"-n"_s, u"3"_s, u"--seed"_s, u"5"_s};
     const Ending packs = run(deal);
     EXPECT_EQ(45U, std::count(packs.out.begin(), packs.out.end(), 'U'));

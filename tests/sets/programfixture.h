@@ -20,6 +20,7 @@ protected:
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"XDG_CONFIG_HOME"_s, dir_.filePath(u"config"_s));
+        environment.insert(u"XDG_DATA_HOME"_s, dir_.filePath(u"data"_s));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(dir_.path());
         process.start(QString::fromUtf8(PACKWISE_SETS_PROGRAM), arguments);

@@ -11,6 +11,7 @@ class FakeShell : public Shell {
 public:
     SettingsStore& settings() override { return settings_; }
     MessageBoxes& boxes() override { return boxes_; }
+    QString startFolder() const override { return QDir::currentPath(); }
     bool isVisible(FormId form) const override { return visible.contains(form); }
     void saveForms() override { ++savedForms; }
     void end() override { ended_ = true; }

@@ -13,6 +13,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     packwise::applyLook(application);
     const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings.path()));  // of the programs that it runs
+    qputenv("XDG_DATA_HOME", QFile::encodeName(settings.path()));
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     return RUN_ALL_TESTS();
 }

@@ -1,4 +1,4 @@
-#include "demo/samplesets.h"
+#include "sets/samplesets.h"
 
 #include "platform/codepage.h"
 #include "sets/sheet.h"
@@ -10,7 +10,7 @@
 
 #include <filesystem>
 
-namespace packwise {
+namespace packwise::sets {
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,18 +19,19 @@ QStringList buildSampleSets(const QString& folder) {
     const QDir sources(u":/sets"_s);
     for (const QString& file : sources.entryList(QDir::Files, QDir::Name)) {
         QFile input(sources.filePath(file));
-        if (!input.open(QIODevice::ReadOnly)) {
-            continue;
-        }
-        sets::SetSource source = sets::readTextSource(input.readAll()).source;
-        sets::layOutSheets(source);
         std::string error;
-        if (sets::writeSetFiles(source, std::filesystem::path(folder.toStdU16String()), error) !=
-            sets::WriteResult::Failed) {
-            names += fromBytes(source.displayName);
+        if (!input.open(QIODevice::ReadOnly)) {
+            return {};
         }
+        SetSource source = readTextSource(input.readAll()).source;
+        layOutSheets(source);
+        if (writeSetFiles(source, std::filesystem::path(folder.toStdU16String()), error) ==
+            WriteResult::Failed) {
+            return {};
+        }
+        names += fromBytes(source.displayName);
     }
     return names;
 }
 
-}  // namespace packwise
+}  // namespace packwise::sets
