@@ -1,5 +1,8 @@
 #include "readers.h"
 
+#include "engine/deckexport.h"
+#include "engine/picktext.h"
+#include "engine/utf8.h"
 #include "sets/cardfile.h"
 #include "sets/cube.h"
 #include "sets/mtgset.h"
@@ -96,6 +99,27 @@ void readOrderFileBytes(std::string_view bytes) {
     }
 }
 
+void readPickText(std::string_view bytes) {
+    PickTextFault fault;
+    if (const std::optional<PickLog> log = readPicks(bytes, fault)) {
+        const std::string text = writePicks(*log);
+        const std::optional<PickLog> again = readPicks(text, fault);
+        need(again && writePicks(*again) == text, "written picks read as they were");
+    } else {
+        need(!fault.what.empty(), "a fault is told");
+    }
+}
+
+void readDeckBytes(std::string_view bytes) {
+    int faultyLine = 0;
+    if (const std::optional<DeckList> deck = readDeckFile(bytes, faultyLine)) {
+        for (const std::string_view word : {"cod", "txt", "dek", "arena"}) {
+            need(fromUtf8(exportDeck(deckFormatOf(word).value(), *deck)).has_value(),
+                 "an exported deck is UTF-8");
+        }
+    }
+}
+
 constexpr FuzzedReader kReaders[] = {
     {"mtgjson", readSetFile},
     {"table", [](std::string_view bytes) { checkSource(readTable(bytesOf(bytes), u"Any"_s)); }},
@@ -104,6 +128,8 @@ constexpr FuzzedReader kReaders[] = {
     {"settext", [](std::string_view bytes) { checkSource(readTextSource(bytesOf(bytes))); }},
     {"cardfile", readCardFileBytes},
     {"orderfile", readOrderFileBytes},
+    {"picktext", readPickText},
+    {"deckfile", readDeckBytes},
     {"server", fuzzServer},
     {.name = "messages", .read = fuzzMessages, .longest = 256},
 };

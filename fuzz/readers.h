@@ -1,4 +1,4 @@
-// What a fuzzer feeds: the readers of packwise-sets, the server, the messages and the client.
+// What a fuzzer feeds: the readers of packwise-sets, picks, decks, the server, the messages and the client.
 #pragma once
 
 #include <cstddef>

@@ -29,7 +29,7 @@ std::string oneLine(std::string_view bytes) {
 void writeNames(std::string& text, const std::vector<std::string>& names, int marked) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         text.append(static_cast<int>(i) == marked ? kMark : kOther);
-        text.append(oneLine(names[i])).append("\n");
+        text.append(names[i].empty() ? "?" : oneLine(names[i])).append("\n");
     }
     text.append("\n");
 }

@@ -83,6 +83,13 @@ TEST(PickText, TellsTheLineOfADamage) {
         EXPECT_EQ(fault.line, c.line) << c.text.substr(0, 60) << ": " << fault.what;
         EXPECT_FALSE(fault.what.empty());
     }
+    PickTextFault fault;
+    const std::string nameless =
+        writePicks({"", "", {"", "Bob"}, 1, {{1, 1, "", "", {"a\nb"}, 0}}});
+    const std::optional<PickLog> log = readPicks(nameless, fault);
+    ASSERT_TRUE(log) << fault.what;
+    EXPECT_EQ(log->players, (std::vector<std::string>{"?", "Bob"}));
+    EXPECT_EQ(log->packs[0].cards, std::vector<std::string>{"a?b"});
     EXPECT_EQ(fromUtf8("\xCE\xA9mega \xF0\x9F\x98\x80!"), "?mega ?!");
 }
 
