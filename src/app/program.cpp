@@ -14,7 +14,7 @@ namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
 
-Program::Program(QString settingsFile, std::uint64_t seed)
+Program::Program(QString settingsFile, std::uint64_t seed, const QString& records)
     : settings_(std::move(settingsFile)),
       generator_(seed),
       frmMain([this] { return std::make_unique<FrmMain>(*this); }),
@@ -29,9 +29,9 @@ Program::Program(QString settingsFile, std::uint64_t seed)
                                              [this] { return draw(); });
       }),
       frmConnect([this] { return std::make_unique<FrmConnect>(*this, frmClient, frmSecurity); }),
-      frmServer([this] {
-          return std::make_unique<FrmServer>(*this, frmSecurity, frmFixSeats, *this,
-                                             [this] { return draw(); });
+      frmServer([this, records] {
+          return std::make_unique<FrmServer>(
+              *this, frmSecurity, frmFixSeats, *this, [this] { return draw(); }, records);
       }),
       frmInfo([this] { return std::make_unique<FrmInfo>(*this); }) {
     QApplication::setWindowIcon(QIcon(u":/packwise.ico"_s));
@@ -108,6 +108,10 @@ void Program::start(const QString& name, quint16 port) {
     socket.setRemoteHost(u"127.0.0.1"_s);
     socket.setRemotePort(port);
     frmClient->Connect();
+}
+
+void Program::showNote(const QString& line) {
+    frmMessage->showNote(line);
 }
 
 QString Program::clientName() const {

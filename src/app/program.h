@@ -37,9 +37,10 @@ class Program : public QObject,
                 public DeckLink {
     Q_OBJECT
 public:
-    // `settingsFile` is the store; `seed` seeds every draw of this program.
+    // `settingsFile` is the store; `seed` seeds every draw of this program. The record of a draft
+    // that is hosted goes into the folder `records`; there is none when that is empty.
     explicit Program(QString settingsFile = SettingsStore::userFile(),
-                     std::uint64_t seed = std::random_device{}());
+                     std::uint64_t seed = std::random_device{}(), const QString& records = {});
     ~Program() override;
 
     // Where the user started the program, if its current folder is another by now.
@@ -87,6 +88,7 @@ private:
 
     // LocalClient
     void start(const QString& name, quint16 port) override;
+    void showNote(const QString& line) override;
 
     // ClientLink and DeckLink
     QString clientName() const override;

@@ -175,6 +175,7 @@ std::vector<Pack> FrmServer::dealPacks(int packIndex, int count) {
     std::error_code error;
     const DealtRound round = dealRound(std::filesystem::current_path(error), setName(packIndex),
                                        chkReal->isChecked(), count, draw_);
+    record_.recorder().setAlongLists(round.alongLists);
     if (!round.packs.empty() && !round.alongLists) {
         chkReal->setChecked(false);
     }

@@ -24,14 +24,20 @@ namespace packwise {
 using namespace Qt::Literals::StringLiterals;
 
 FrmServer::FrmServer(Shell& shell, Lazy<FrmSecurity>& security, Lazy<FrmFixSeats>& fixSeats,
-                     LocalClient& localClient, std::function<double()> draw)
+                     LocalClient& localClient, std::function<double()> draw, const QString& records)
     : Form(u"frmServer"_s, u"Packwise Server"_s, FormBorder::Fixed),
       shell_(shell),
       security_(security),
       fixSeats_(fixSeats),
       localClient_(localClient),
       draw_(std::move(draw)),
-      server_(links_, *this, *this, draw_) {
+      record_(records,
+              [this](const QString& line) {
+                  if (!shell_.ended()) {
+                      localClient_.showNote(line);
+                  }
+              }),
+      server_(links_, *this, *this, draw_, record_.observer()) {
     makeControls();
     placeControls();
     makeSockets();
@@ -165,6 +171,7 @@ bool FrmServer::queryUnload(UnloadMode mode) {
         return false;
     }
     if (mode != UnloadMode::User || !someConnectionOpen()) {
+        record_.giveUp();
         for (Socket* socket : wskServer) {
             socket->close();
         }
@@ -187,6 +194,7 @@ bool FrmServer::queryUnload(UnloadMode mode) {
     if (!quit) {
         return false;
     }
+    record_.giveUp();
     server_.sayGoodbye();
     if (shell_.isVisible(FormId::DeckBuild) || shell_.isVisible(FormId::Security)) {
         hide();

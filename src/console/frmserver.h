@@ -10,6 +10,7 @@
 #include "console/setbox.h"
 #include "platform/routerport.h"
 #include "platform/socketlinks.h"
+#include "record/recordkeeper.h"
 #include "widgets/form.h"
 #include "widgets/lazy.h"
 #include "widgets/listbox.h"
@@ -39,9 +40,10 @@ namespace packwise {
 class FrmServer : public Form, private HostChoices, private ServerView {
     Q_OBJECT
 public:
-    // `draw` gives a uniform u, 0 <= u < 1.
+    // `draw` gives a uniform u, 0 <= u < 1. The record of the draft goes into the folder `records`;
+    // there is none when that is empty.
     FrmServer(Shell& shell, Lazy<FrmSecurity>& security, Lazy<FrmFixSeats>& fixSeats,
-              LocalClient& localClient, std::function<double()> draw);
+              LocalClient& localClient, std::function<double()> draw, const QString& records = {});
 
     // The port and the host's own client.
     QLabel* lblPortQ;
@@ -180,6 +182,7 @@ private:
 
     RouterPort routerPort_;
     SocketLinks links_{wskServer};
+    RecordKeeper record_;
     DraftServer server_;
     QElapsedTimer sinceListen_;
     bool pingLentFocus_ = false;  // to lstNames, until the answer

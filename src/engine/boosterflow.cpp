@@ -68,14 +68,29 @@ void BoosterFlow::onPackBack(int socket, const std::optional<Pack>& rest) {
     }
     const auto seat = static_cast<std::size_t>(position);
     if (seatPicked_[seat]) {
+        host_.tellOddity(socket, Oddity::OutOfTurn);
         return;
     }
     // Anything else would set the table's packs out of step, and ignored it would stop the table.
-    const bool sound = rest && rest->isLessOneOf(seatPack_[seat]);
-    if (!sound) {
+    const std::string_view card = rest ? seatPack_[seat].cardLessIn(*rest) : std::string_view();
+    if (card.empty()) {
         host_.tellReplacedPick(socket);
+        takeAtRandom(position);
+        return;
     }
-    seatPack_[seat] = sound ? *rest : lessRandomCard(seatPack_[seat]);
+    take(position, card, *rest, PickMaker::Player);
+}
+
+void BoosterFlow::takeAtRandom(int position) {
+    const Pack& pack = seatPack(position);
+    const int row = std::min(static_cast<int>(pack.size() * host_.draw()), pack.size() - 1);
+    take(position, pack.card(row), pack.without(row), PickMaker::Chance);
+}
+
+void BoosterFlow::take(int position, std::string_view card, Pack rest, PickMaker by) {
+    const auto seat = static_cast<std::size_t>(position);
+    host_.tellPick(table_.socketAt[seat], card, by);
+    seatPack_[seat] = std::move(rest);
     seatPicked_[seat] = true;
     ++picksIn_;
     host_.broadcastInDraft(to_client::Picked{position}.write());
@@ -107,14 +122,9 @@ void BoosterFlow::onRandomsTick() {
         const auto seat = static_cast<std::size_t>(i);
         if (!seatPicked_[seat] && host_.dropped(table_.socketAt[seat]) &&
             !seatPack_[seat].empty()) {
-            onPackBack(table_.socketAt[seat], lessRandomCard(seatPack_[seat]));
+            takeAtRandom(i);
         }
     }
-}
-
-Pack BoosterFlow::lessRandomCard(const Pack& pack) {
-    const int cards = pack.size();
-    return pack.without(std::min(static_cast<int>(cards * host_.draw()), cards - 1));
 }
 
 }  // namespace packwise

@@ -34,7 +34,9 @@ public:
 
 private:
     void startRound();
-    Pack lessRandomCard(const Pack& pack);  // `pack` is not empty
+    // A pick of a table position: the card, which is in its pack, and what is left of that.
+    void take(int position, std::string_view card, Pack rest, PickMaker by);
+    void takeAtRandom(int position);  // its pack is not empty
     void passPacks();
     void handOutPacks();
 

@@ -43,7 +43,11 @@ enum class SetFault { None, CardsMissing, CardsUnusable, OrderUnusable };
 SetFault trySet(const std::filesystem::path& folder, std::string_view setName, bool alongLists,
                 const Draw& draw);
 
-// The position after one random step along a list, 1-based.
+// The longest step along a list.
+inline constexpr int kMostSheetStep = 21;
+
+// The position after one random step along a list, 1-based: 1 to kMostSheetStep further, round its
+// end, and now and then its beginning.
 int nextSheetPos(int position, int length, const Draw& draw);
 
 }  // namespace packwise

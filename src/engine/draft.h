@@ -31,6 +31,19 @@ struct DraftTable {
     int positionOfSocket(int socket) const;
 };
 
+// Who has chosen a card: the player, his client because his time was up, or the server.
+enum class PickMaker { Player, Clock, Chance };
+
+// What an honest client never does.
+enum class Oddity {
+    OutOfTurn,    // a pick from a seat that is not on turn
+    UnsoundPick,  // what came back is not the pack less one card, or the row is none
+    OtherCard,    // the card that was told is not the one that was taken
+    SecondCode    // another code than the one that was reported before
+};
+
+inline constexpr int kOddities = 4;
+
 // What a draft flow needs of the server.
 class DraftHost {
 public:
@@ -57,6 +70,11 @@ public:
     // Tells everybody that the pick of that socket number could not be one, so that a card is
     // taken at random in its place.
     virtual void tellReplacedPick(int socket) = 0;
+
+    // What has come of the draft, for the record: a card, which is still in its pack, is taken for
+    // that socket number; a message from there is none that an honest client sends.
+    virtual void tellPick(int socket, std::string_view card, PickMaker by) = 0;
+    virtual void tellOddity(int socket, Oddity what) = 0;
 
     // Asks for the ticks that answer for lost players, for the rest of the draft.
     virtual void enableRandoms() = 0;

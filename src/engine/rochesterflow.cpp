@@ -10,6 +10,27 @@
 
 namespace packwise {
 
+RochesterTurns rochesterTurns(int seats, int rochSet, int roundNo) {
+    RochesterTurns turns{};
+    const bool odd = rochSet % 2 == 1;
+    int seat = odd ? roundNo : seats + 1 - roundNo;
+    int direction = odd ? 1 : -1;
+    for (int i = 0; i < kMostCardsInPack; ++i) {
+        turns[static_cast<std::size_t>(i)] = seat;
+        if ((i + 1) % seats == 0) {
+            direction = -direction;
+            continue;
+        }
+        seat += direction;
+        if (seat > seats) {
+            seat = 1;
+        } else if (seat < 1) {
+            seat = seats;
+        }
+    }
+    return turns;
+}
+
 class RochesterFlow::Busy {
 public:
     explicit Busy(RochesterFlow& flow) : flow_(flow), before_(std::exchange(flow.busy_, true)) {}
@@ -31,42 +52,23 @@ void RochesterFlow::begin() {
 }
 
 void RochesterFlow::openPack() {
-    const std::vector<Pack> packs = host_.makePacks(rochSet_ - 1, 1);
+    std::vector<Pack> packs = host_.makePacks(rochSet_ - 1, 1);
     if (packs.empty()) {
         phase_ = Phase::Idle;
         return;
     }
-    rochCards_ = std::min(packs.front().size(), kMostCardsInPack);
+    pack_ = std::move(packs.front());
+    rochCards_ = std::min(pack_.size(), kMostCardsInPack);
     host_.broadcastInDraft(
         to_client::Round{{std::to_string(rochSet_) + ":" + std::to_string(table_.roundNo)}}
             .write());
-    host_.broadcastInDraft(to_client::ShowPack{packs.front()}.write());
-    orderTurns();
+    host_.broadcastInDraft(to_client::ShowPack{pack_}.write());
+    rochOrder_ = rochesterTurns(table_.playerCount, rochSet_, table_.roundNo);
     rochTurn_ = 0;
     answered_.fill(false);
     ++step_;
     phase_ = Phase::Review;
     host_.broadcastInDraft(to_client::Review{}.write());
-}
-
-void RochesterFlow::orderTurns() {
-    const int seats = table_.playerCount;
-    const bool odd = rochSet_ % 2 == 1;
-    int seat = odd ? table_.roundNo : seats + 1 - table_.roundNo;
-    int direction = odd ? 1 : -1;
-    for (int i = 0; i < rochCards_; ++i) {
-        rochOrder_[static_cast<std::size_t>(i)] = seat;
-        if ((i + 1) % seats == 0) {
-            direction = -direction;
-            continue;
-        }
-        seat += direction;
-        if (seat > seats) {
-            seat = 1;
-        } else if (seat < 1) {
-            seat = seats;
-        }
-    }
 }
 
 void RochesterFlow::onReviewDone(int socket) {
@@ -102,23 +104,36 @@ void RochesterFlow::onRandomMark(int socket) {
 
 void RochesterFlow::onPick(int socket, std::optional<int> row) {
     const int position = table_.positionOfSocket(socket);
-    if (phase_ != Phase::Turns || position < 0) {
+    if (!running() || position < 0) {
         return;
     }
-    if (!row || *row < 0 || *row >= rochCards_ - rochTurn_) {
-        if (position != turnPosition()) {
-            return;
-        }
-        const Busy busy(*this);
-        host_.tellReplacedPick(socket);
-        row = randomRow();
-        rochRandom_ = true;
+    const bool isOnTurn = position == turnPosition();
+    if (!isOnTurn) {
+        host_.tellOddity(socket, Oddity::OutOfTurn);
     }
+    if (phase_ != Phase::Turns) {
+        return;
+    }
+    if (row && *row >= 0 && *row < rochCards_ - rochTurn_) {
+        take(position, *row, rochRandom_ ? PickMaker::Clock : PickMaker::Player);
+    } else if (isOnTurn) {
+        {
+            const Busy busy(*this);
+            host_.tellReplacedPick(socket);
+        }
+        rochRandom_ = true;
+        take(position, randomRow(), PickMaker::Chance);
+    }
+}
+
+void RochesterFlow::take(int position, int row, PickMaker by) {
     {
         const Busy busy(*this);
+        host_.tellPick(table_.socketAt[static_cast<std::size_t>(position)], pack_.card(row), by);
+        pack_.remove(row);
         const bool random = std::exchange(rochRandom_, false);
         ++rochTurn_;
-        host_.broadcastInDraft(to_client::Pick{position, *row, random}.write());
+        host_.broadcastInDraft(to_client::Pick{position, row, random}.write());
         nextTurn();
     }
     settle();
@@ -239,7 +254,7 @@ void RochesterFlow::onRandomsTick() {
         return;
     }
     rochRandom_ = true;
-    onPick(table_.socketAt[position], randomRow());
+    take(turnPosition(), randomRow(), PickMaker::Chance);
 }
 
 int RochesterFlow::randomRow() {

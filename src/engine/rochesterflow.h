@@ -1,5 +1,5 @@
 // The server's running of a Rochester draft: one pack on the table, picked in turns that snake
-// round it. The cards themselves are with the clients; the server counts them.
+// round it.
 #pragma once
 
 #include "engine/draft.h"
@@ -9,6 +9,12 @@
 #include <optional>
 
 namespace packwise {
+
+// The seat number, 1 to `seats`, of each turn of a pack.
+using RochesterTurns = std::array<int, kMostCardsInPack>;
+
+// For the pack number `roundNo`, 1 to `seats`, of the set number `rochSet`, from 1.
+RochesterTurns rochesterTurns(int seats, int rochSet, int roundNo);
 
 class RochesterFlow {
 public:
@@ -51,12 +57,12 @@ private:
     class Busy;
 
     void openPack();
-    void orderTurns();
     void answer(int socket);
     void settle();
     bool settleOnce();
     bool answerForOneLost();
     bool allAnswered() const;
+    void take(int position, int row, PickMaker by);
     void nextTurn();
     void endPack();
     int randomRow();
@@ -65,14 +71,15 @@ private:
     DraftHost& host_;
     DraftTable& table_;
     Phase phase_ = Phase::Idle;
+    Pack pack_;  // on the table
     int rochSet_ = 0;
     int rochCards_ = 0;
     int rochTurn_ = 0;
     int step_ = 0;
     bool rochRandom_ = false;
     bool busy_ = false;
-    std::array<int, kMostCardsInPack> rochOrder_{};  // seat numbers, 1 to playerCount
-    std::array<bool, kSeats> answered_{};            // by table position
+    RochesterTurns rochOrder_{};
+    std::array<bool, kSeats> answered_{};  // by table position
 };
 
 }  // namespace packwise

@@ -99,6 +99,9 @@ void Host::finishIfOver() {
         return;
     }
     isFinished_ = true;
+    for (const auto& table : tables_) {
+        table->keepRecord();
+    }
     for (const auto& port : routerPorts_) {
         port->close();  // all at once, before the first one is waited for
     }

@@ -67,7 +67,12 @@ void HostTable::makeSockets() {
 }
 
 void HostTable::makeServer() {
-    server_.reset(new DraftServer(links_, *this, *this, draw_));
+    std::unique_ptr<RecordKeeper> before =
+        std::exchange(record_, std::make_unique<RecordKeeper>(options_.records, report_, this));
+    server_.reset(new DraftServer(links_, *this, *this, draw_, record_->observer()));
+    if (before) {
+        before.release()->retire();
+    }
     told_ = DraftServer::State::Lobby;
     dealsAlongLists_ = options_.triesRealPacks;
     ticks_->stop();
@@ -293,6 +298,7 @@ void HostTable::leave() {
         return;
     }
     reportCodes();
+    record_->giveUp();
     phase_ = Phase::Leaving;
     sockets_[0]->close();
     ticks_->stop();

@@ -5,6 +5,7 @@
 
 #include "host/options.h"
 #include "platform/socketlinks.h"
+#include "record/recordkeeper.h"
 #include "server/draftserver.h"
 
 #include <QElapsedTimer>
@@ -58,6 +59,9 @@ public:
     void say(const QString& text);
     // Tells the players to close; the table is over once they have, or two seconds later.
     void quit();
+
+    // Waits until the record of its last draft is on the disk. For a table that is over.
+    void keepRecord() const { record_->finish(); }
 
     // The handlers of its timers.
     void onSecond();
@@ -132,6 +136,7 @@ private:
 
     SocketLinks::Sockets sockets_;
     SocketLinks links_{sockets_};
+    std::unique_ptr<RecordKeeper> record_;
     std::unique_ptr<DraftServer> server_;
     QTimer* seconds_;
     QTimer* ticks_;    // every two seconds, once wanted

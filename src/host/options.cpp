@@ -2,6 +2,7 @@
 
 #include "platform/codepage.h"
 #include "platform/setfiles.h"
+#include "platform/userfolders.h"
 #include "platform/version.h"
 #include "protocol/messages.h"
 
@@ -55,6 +56,10 @@ QList<QCommandLineOption> allOptions() {
          u"PORT"_s, QString::number(usual.port)},
         {u"tables"_s, usually(u"Tables that draft apart from each other"_s, usual.tables), u"N"_s,
          QString::number(usual.tables)},
+        {u"records"_s,
+         u"Where the record of each draft goes once it is over (%1)."_s.arg(userRecordFolder()),
+         u"FOLDER"_s, userRecordFolder()},
+        {u"no-records"_s, u"Keep no records."_s},
         {u"open-router"_s, u"Ask the router to let friends in from the Internet."_s},
         {u"address"_s, u"Listen on this address of the machine alone."_s, u"ADDRESS"_s},
     };
@@ -209,6 +214,7 @@ CommandLine<HostOptions> optionsOf(const QCommandLineParser& parser) {
     options.opensRouter = parser.isSet(u"open-router"_s);
     options.again = parser.isSet(u"again"_s);
     options.cards = parser.value(u"cards"_s);
+    options.records = parser.isSet(u"no-records"_s) ? QString() : parser.value(u"records"_s);
     options.address = parser.value(u"address"_s);
     options.sets = parser.values(u"sets"_s);
     for (const QString& fault : {faultOfNames(options.sets), takeNumbers(parser, options)}) {

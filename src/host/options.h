@@ -27,6 +27,7 @@ struct HostOptions {
 
     int players = 8;         // that start the draft, 1 to 8
     bool again = false;      // a table whose draft is over opens anew
+    QString records;         // the folder of the drafts' records; there are none when it is empty
     int lingerMinutes = 60;  // that a table stays for the decks once its draft is over
 
     std::filesystem::path cardFolder() const { return cards.toStdU16String(); }

@@ -217,6 +217,7 @@ std::vector<Pack> HostTable::dealPacks(int packIndex, int count) {
         dealRound(options_.cardFolder(), setName(packIndex), dealsAlongLists_, count, draw_);
     if (!round.packs.empty()) {
         dealsAlongLists_ = round.alongLists;
+        record_->recorder().setAlongLists(round.alongLists);
     }
     return round.packs;
 }

@@ -57,24 +57,36 @@ Pack Pack::without(int row) const {
     return rest;
 }
 
-bool Pack::isLessOneOf(const Pack& before) const {
-    if (size_ + 1 != before.size_) {
-        return false;
+std::string_view Pack::cardLessIn(const Pack& rest) const {
+    if (rest.size_ + 1 != size_) {
+        return {};
     }
     // Clients keep the order, so that one card is cut out of the text.
-    const auto differ =
-        std::mismatch(text_.begin(), text_.end(), before.text_.begin(), before.text_.end()).first;
-    std::size_t start = static_cast<std::size_t>(differ - text_.begin());
-    start = start == 0 ? 0 : before.text_.rfind(kFieldEnd, start - 1) + 1;
-    const std::size_t cut = before.text_.find(kFieldEnd, start) + 1;
-    if (std::string_view(text_).substr(start) == std::string_view(before.text_).substr(cut)) {
-        return true;
+    const std::string_view whole = text_;
+    const std::string_view less = rest.text_;
+    const auto differ = std::mismatch(less.begin(), less.end(), whole.begin(), whole.end()).first;
+    std::size_t start = static_cast<std::size_t>(differ - less.begin());
+    start = start == 0 ? 0 : whole.rfind(kFieldEnd, start - 1) + 1;
+    const std::size_t cut = whole.find(kFieldEnd, start) + 1;
+    if (less.substr(start) == whole.substr(cut)) {
+        return whole.substr(start, cut - 1 - start);
     }
-    std::vector<std::string> mine = cards();
-    std::vector<std::string> theirs = before.cards();
-    std::sort(mine.begin(), mine.end());
-    std::sort(theirs.begin(), theirs.end());
-    return std::includes(theirs.begin(), theirs.end(), mine.begin(), mine.end());
+    Pack left = *this;
+    for (const std::string& token : rest.cards()) {
+        int row = 0;
+        while (row < left.size() && left.card(row) != token) {
+            ++row;
+        }
+        if (row == left.size()) {
+            return {};
+        }
+        left.remove(row);
+    }
+    int row = 0;
+    while (card(row) != left.card(0)) {
+        ++row;
+    }
+    return card(row);
 }
 
 }  // namespace packwise

@@ -35,8 +35,9 @@ public:
     void remove(int row);
     Pack without(int row) const;
 
-    // Whether this is `before` less one card, whatever the order.
-    bool isLessOneOf(const Pack& before) const;
+    // The one card that stands here and not in `rest`, whatever the order; empty where `rest` is
+    // anything but this pack less one card. The view lives as long as the pack is not changed.
+    std::string_view cardLessIn(const Pack& rest) const;
 
     friend bool operator==(const Pack&, const Pack&) = default;
 

@@ -25,6 +25,15 @@ void DraftServer::start() {
     for (Seat& each : seats_) {
         each.dropped = false;
         each.cards.clear();
+        each.cardTold.clear();
+        each.code.reset();
+    }
+    seatedByChance_ = false;
+    if (observer_) {
+        std::array<std::string, kSeats> names;
+        std::transform(seats_.begin(), seats_.end(), names.begin(),
+                       [](const Seat& each) { return each.name; });
+        observer_->onStart(names);
     }
     state_ = State::Drafting;
     broadcast(to_client::Status{{"Draft in progress"}}.write());
@@ -45,6 +54,7 @@ void DraftServer::tellOfSeating() {
 }
 
 void DraftServer::seatByChance() {
+    seatedByChance_ = true;
     const std::vector<int> order = seatAtRandom(players_, draw_());
     for (std::size_t position = 0; position < order.size(); ++position) {
         seatAt(order[position], static_cast<int>(position));
@@ -57,6 +67,9 @@ void DraftServer::seatAt(int seatIndex, int position) {
 }
 
 void DraftServer::deal() {
+    if (observer_) {
+        observer_->onSeated(plan());
+    }
     to_client::Sets sets;
     std::string line = "Draft is ";
     for (int i = 0; i < table_.packCount; ++i) {
@@ -76,6 +89,22 @@ void DraftServer::deal() {
         broadcast(to_client::Info{}.write());
         booster_.begin();
     }
+}
+
+DraftPlan DraftServer::plan() const {
+    DraftPlan plan{choices_.isRochester(),
+                   choices_.isRochester() && choices_.isTimed(),
+                   choices_.pickSeconds(),
+                   seatedByChance_,
+                   {},
+                   {}};
+    for (int i = 0; i < table_.packCount; ++i) {
+        plan.sets.push_back(choices_.setName(i));
+    }
+    for (int i = 0; i < table_.playerCount; ++i) {
+        plan.seats.push_back(table_.socketAt.at(static_cast<std::size_t>(i)) - 1);
+    }
+    return plan;
 }
 
 std::vector<int> DraftServer::awaited() const {
@@ -114,6 +143,11 @@ std::vector<Pack> DraftServer::makePacks(int packIndex, int count) {
         return {};
     }
     std::vector<Pack> packs = view_.dealPacks(packIndex, count);
+    if (observer_ && !packs.empty()) {
+        observer_->onDealt(packIndex, packs);
+    } else if (observer_) {
+        observer_->onEnd(DraftEnd::Failed);
+    }
     if (packs.empty()) {
         state_ = State::Failed;
         view_.cardDataFailed();
@@ -134,9 +168,28 @@ double DraftServer::draw() {
 }
 
 void DraftServer::tellReplacedPick(int socket) {
+    tellOddity(socket, Oddity::UnsoundPick);
     broadcastInDraft(to_client::Chat{
         {"*" + seatOf(socket).name + " sent no card of the pack; one is taken at random.*"}}
                          .write());
+}
+
+void DraftServer::tellPick(int socket, std::string_view card, PickMaker by) {
+    if (!observer_ || state_ != State::Drafting) {
+        return;  // what is still under way in a draft that has been stopped
+    }
+    std::string& told = seatOf(socket).cardTold;
+    if (by != PickMaker::Chance && !told.empty() && told != card) {
+        tellOddity(socket, Oddity::OtherCard);
+    }
+    told.clear();
+    observer_->onPick(socket - 1, card, by);
+}
+
+void DraftServer::tellOddity(int socket, Oddity what) {
+    if (observer_ && state_ == State::Drafting) {
+        observer_->onOddity(socket - 1, what);
+    }
 }
 
 void DraftServer::enableRandoms() {
@@ -147,6 +200,9 @@ void DraftServer::enableRandoms() {
 
 void DraftServer::draftOver() {
     if (state_ == State::Drafting) {
+        if (observer_) {
+            observer_->onEnd(DraftEnd::Over);
+        }
         state_ = State::Over;
     }
 }

@@ -15,7 +15,9 @@
 #include "server/interfaces.h"
 
 #include <array>
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,11 +43,13 @@ public:
         bool dropped = false;     // the player is gone; cleared at the start
         int secondsNameless = 0;  // since the seat was taken, while it has no name
         bool awaitsTurn = false;
+        std::string cardTold;              // the card of a pick that is yet to come, or ""
+        std::optional<std::int32_t> code;  // of the deck, as reported first
     };
 
-    // `draw` gives a uniform u, 0 <= u < 1.
+    // `draw` gives a uniform u, 0 <= u < 1. `observer` may be null.
     DraftServer(SeatLinks& links, const HostChoices& choices, ServerView& view,
-                std::function<double()> draw);
+                std::function<double()> draw, DraftObserver* observer = nullptr);
 
     State state() const { return state_; }
     const Seat& seat(int seatIndex) const { return seats_.at(static_cast<std::size_t>(seatIndex)); }
@@ -133,6 +137,7 @@ private:
     // Hands another message that a seat causes on to everybody.
     void charge(int num, const std::string& message);
     bool plays(int seatIndex) const;
+    DraftPlan plan() const;
     // Whether a draft has ended before its time.
     bool isStopped() const { return state_ == State::Halted || state_ == State::Failed; }
 
@@ -144,16 +149,20 @@ private:
     bool dropped(int socket) const override;
     double draw() override;
     void tellReplacedPick(int socket) override;
+    void tellPick(int socket, std::string_view card, PickMaker by) override;
+    void tellOddity(int socket, Oddity what) override;
     void enableRandoms() override;
     void draftOver() override;
 
     SeatLinks& links_;
     const HostChoices& choices_;
     ServerView& view_;
+    DraftObserver* observer_;
     std::function<double()> draw_;
     State state_ = State::Lobby;
     std::array<Seat, kSeats> seats_;
     std::vector<int> players_;
+    bool seatedByChance_ = false;
     int pingSeconds_ = 0;
     DraftTable table_;
     BoosterFlow booster_{*this, table_};

@@ -2,8 +2,10 @@
 // Text is bytes in Windows-1252.
 #pragma once
 
+#include "engine/draft.h"
 #include "protocol/pack.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -82,6 +84,44 @@ public:
     virtual std::vector<Pack> dealPacks(int packIndex, int count) = 0;
     // The card data of a round could not be read; the draft has stopped for good.
     virtual void cardDataFailed() = 0;
+};
+
+struct DraftPlan {
+    bool isRochester = false;
+    bool isTimed = false;  // Rochester
+    int pickSeconds = 0;   // 1 to 30
+    bool isSeatedByChance = false;
+    std::vector<std::string> sets;  // display name of the set of each pack, 3 to 6
+    std::vector<int> seats;         // seat index by table position, 1 to 8 of them
+};
+
+enum class DraftEnd {
+    Over,     // to the last card
+    Halted,   // a drop has ended it
+    Failed,   // card data could not be read
+    GivenUp,  // nobody has gone on with it
+};
+
+// Whom the server tells what happens in a draft, so that it can be looked at afterwards: the
+// players, by seat index, and nobody else. It is called in the midst of a message and so takes no
+// time to speak of, calls nobody back and throws nothing.
+class DraftObserver {
+public:
+    virtual ~DraftObserver() = default;
+
+    // In this order. Losses may come as soon as the players are known. `names` is by seat index,
+    // empty for who does not play.
+    virtual void onStart(const std::array<std::string, kSeats>& names) noexcept = 0;
+    virtual void onSeated(const DraftPlan& plan) noexcept = 0;
+    // Booster: the packs of a round, by table position. Rochester: one, for the table.
+    virtual void onDealt(int packIndex, const std::vector<Pack>& packs) noexcept = 0;
+    virtual void onPick(int seat, std::string_view card, PickMaker by) noexcept = 0;
+    virtual void onLoss(int seat) noexcept = 0;
+    virtual void onOddity(int seat, Oddity what) noexcept = 0;
+    // Over, Halted or Failed.
+    virtual void onEnd(DraftEnd how) noexcept = 0;
+    // The security code of a deck; mostly after the end.
+    virtual void onCode(int seat, std::int32_t code) noexcept = 0;
 };
 
 }  // namespace packwise

@@ -109,6 +109,9 @@ void DraftServer::on(int num, const to_server::Chat& message) {
 }
 
 void DraftServer::on(int num, const to_server::Card& message) {
+    if (observer_) {
+        seatOf(num).cardTold = message.token;
+    }
     std::string& cards = seatOf(num).cards;
     if (countFields(cards) < kMostPicks) {
         cards.append(message.token, 1).push_back(kFieldEnd);
@@ -148,6 +151,15 @@ void DraftServer::on(int num, const to_server::PauseDone&) {
 void DraftServer::on(int num, const to_server::Code& message) {
     charge(num, to_client::Code{num - 1, message.code}.write());
     view_.showCode(num - 1, message.code);
+    if (!observer_ || !plays(num - 1)) {
+        return;
+    }
+    std::optional<std::int32_t>& code = seatOf(num).code;
+    if (code && *code != message.code) {
+        observer_->onOddity(num - 1, Oddity::SecondCode);
+    }
+    code = code.value_or(message.code);
+    observer_->onCode(num - 1, message.code);
 }
 
 void DraftServer::kick(int num) {

@@ -19,8 +19,8 @@ constexpr int kMostSecondsNameless = 20;
 }  // namespace
 
 DraftServer::DraftServer(SeatLinks& links, const HostChoices& choices, ServerView& view,
-                         std::function<double()> draw)
-    : links_(links), choices_(choices), view_(view), draw_(std::move(draw)) {}
+                         std::function<double()> draw, DraftObserver* observer)
+    : links_(links), choices_(choices), view_(view), observer_(observer), draw_(std::move(draw)) {}
 
 int DraftServer::lowestFree() const {
     for (int num = 1; num <= kSeats; ++num) {
@@ -168,12 +168,18 @@ void DraftServer::disconnect(int num) {
         view_.showPlayer(seatIndex, {}, {});
     }
     seat.name.clear();
-    seat.dropped = true;
+    const bool wasThere = !std::exchange(seat.dropped, true);
+    if (observer_ && wasThere && state_ == State::Drafting && plays(seatIndex)) {
+        observer_->onLoss(seatIndex);
+    }
     view_.showSeat(seatIndex, {});
     if ((state_ != State::Drafting && !isStopped()) || !plays(seatIndex)) {
         return;
     }
     if (choices_.haltsOnDrop()) {
+        if (observer_ && state_ == State::Drafting) {
+            observer_->onEnd(DraftEnd::Halted);
+        }
         state_ = State::Halted;
         broadcast(to_client::Close{}.write());
         return;

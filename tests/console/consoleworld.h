@@ -19,6 +19,8 @@ public:
         startedName = name;
         startedPort = port;
     }
+    void showNote(const QString& line) override { notes.append(line); }
+    QStringList notes;
     QString startedName;
     quint16 startedPort = 0;
 };

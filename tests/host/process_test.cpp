@@ -15,6 +15,7 @@ class HostProgram : public testing::Test {
 protected:
     sample::TempFolder cards;
     QTemporaryDir decks;
+    QTemporaryDir records;
     QProcess host;
     std::vector<std::unique_ptr<QProcess>> bots;
     std::string told;
@@ -42,7 +43,8 @@ protected:
         told.clear();
         host.start(QStringLiteral(PACKWISE_HOST),
                    QStringList{u"--sets"_s, u"Sample"_s, u"Sample"_s, u"Sample"_s, u"--cards"_s,
-                               cardFolder(), u"--port"_s, QString::number(port)} +
+                               cardFolder(), u"--port"_s, QString::number(port), u"--records"_s,
+                               records.path()} +
                        more);
     }
     bool tells(const std::string& text, int times = 1) {

@@ -105,20 +105,26 @@ TEST(Packs, TakeOneCardOut) {
     EXPECT_EQ(pack.size(), 3);
     EXPECT_EQ(pack.card(2), "Gc");
     EXPECT_EQ(pack.without(1).text(), "Ua|Gc|");
-    for (const auto& [rest, isLess] :
-         std::initializer_list<std::pair<std::string, bool>>{{"Bb|Gc|", true},
-                                                             {"Ua|Gc|", true},
-                                                             {"Ua|Bb|", true},
-                                                             {"Gc|Ua|", true},
-                                                             {"Ua|Ua|", false},
-                                                             {"Ua|Bd|", false},
-                                                             {"Ua|", false},
-                                                             {"Ua|Bb|Gc|", false},
-                                                             {"", false}}) {
-        EXPECT_EQ(Pack::read(rest)->isLessOneOf(pack), isLess) << rest;
+    struct Case {
+        const char* pack;
+        const char* rest;
+        const char* card;
+    };
+    for (const Case& c : {
+             Case{"Ua|Bb|Gc|", "Bb|Gc|", "Ua"},
+             Case{"Ua|Bb|Gc|", "Ua|Gc|", "Bb"},
+             Case{"Ua|Bb|Gc|", "Ua|Bb|", "Gc"},
+             Case{"Ua|Bb|Gc|", "Gc|Ua|", "Bb"},
+             Case{"Ua|Bb|Gc|", "Ua|Ua|", ""},
+             Case{"Ua|Bb|Gc|", "Ua|Bd|", ""},
+             Case{"Ua|Bb|Gc|", "Ua|", ""},
+             Case{"Ua|Bb|Gc|", "Ua|Bb|Gc|", ""},
+             Case{"Ua|Bb|Gc|", "", ""},
+             Case{"Ua|", "", "Ua"},
+             Case{"Uab|Uac|Ua|", "Uab|Ua|", "Uac"},
+         }) {
+        EXPECT_EQ(Pack::read(c.pack)->cardLessIn(*Pack::read(c.rest)), c.card) << c.rest;
     }
-    EXPECT_TRUE(Pack().isLessOneOf(*Pack::read("Ua|")));
-    EXPECT_TRUE(Pack::read("Uab|Ua|")->isLessOneOf(*Pack::read("Uab|Uac|Ua|")));
 }
 
 }  // namespace

@@ -1,13 +1,16 @@
 // Plays whole drafts of both formats on the real server, without a socket: links break at any
 // write, bytes arrive in any cut, peers leave, chat, answer twice, and send anything at all. After
-// each event the invariants are looked at.
+// each event the invariants are looked at, and at the end the record.
 //
 //   draft_simulation [drafts [seed]]
 //
 // Every draft can be played again: draft number n of a seed is draft 0 of the seed + n.
+#include "record/recorder.h"
+#include "record/replay.h"
 #include "server/draftserver.h"
 #include "server/quietview.h"
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <charconv>
@@ -19,6 +22,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace packwise {
@@ -69,6 +73,9 @@ public:
             check(cardsLeft() == 0, "cards are left on the table");
             const int players = static_cast<int>(server_.players().size());
             check(dealt_ == packs_ * players * cards_, "number of cards dealt");
+        }
+        if (dealt_ > 0) {
+            lookAtRecord();
         }
     }
 
@@ -252,6 +259,47 @@ private:
         }
     }
 
+    // The record agrees with the rules of the draft, and one with a change does not.
+    void lookAtRecord() {
+        DraftRecord record = recorder_.record();
+        const auto isSound = [&record] {
+            const Replayed replayed = replay(record, {});
+            return replayed.isFollowed &&
+                   std::all_of(replayed.findings.begin(), replayed.findings.end(),
+                               [](const Finding& finding) {
+                                   return finding.about == Finding::About::Player;
+                               });
+        };
+        check(recorder_.isComplete() && !recorder_.hasFailed(), "no record");
+        check(isSound(), "the record of the draft is not sound");
+        if (chance(0.01)) {
+            RecordFault fault;
+            check(readRecord(writeRecord(record), fault) == record, "a file is not its record");
+        }
+        change(record);
+        check(!isSound(), "a record that was changed is sound");
+    }
+
+    // Anything that is done to a record afterwards.
+    void change(DraftRecord& record) {
+        const auto at = record.events.begin() + upTo(static_cast<int>(record.events.size()));
+        const auto isPlayed = [](const RecordEvent& event) {
+            return std::holds_alternative<CardTaken>(event) ||
+                   std::holds_alternative<PackDealt>(event);
+        };
+        auto changed = std::find_if(at, record.events.end(), isPlayed);
+        changed = changed == record.events.end() ? std::find_if(record.events.begin(), at, isPlayed)
+                                                 : changed;
+        if (auto* const taken = std::get_if<CardTaken>(&*changed); taken && upTo(2) == 0) {
+            taken->card += 'x';
+        } else if (auto* const dealt = std::get_if<PackDealt>(&*changed)) {
+            dealt->packIndex = (dealt->packIndex + 1) % packs_;
+        } else {
+            const RecordEvent again = *changed;
+            record.events.insert(changed, again);
+        }
+    }
+
     void add(const Pack& pack, Cards& cards) const {
         std::string_view rest = pack.text();
         for (; !rest.empty(); rest.remove_prefix(rest.find(kFieldEnd) + 1)) {
@@ -405,7 +453,8 @@ private:
     bool turn_ = false;
     int dealt_ = 0;
     Cards onTable_;  // Booster: the cards that nobody has taken
-    DraftServer server_{*this, *this, *this, [this] { return draw(); }};
+    Recorder recorder_{[] { return std::string("now"); }};
+    DraftServer server_{*this, *this, *this, [this] { return draw(); }, &recorder_};
 };
 
 }  // namespace
