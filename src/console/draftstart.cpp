@@ -41,7 +41,6 @@ void FrmServer::cmdStart_Click() {
     server_.start();
     disableChoices();
     wskServer[0]->close();
-    routerPort_.close();
     reach->dismiss();
     if (nobodyIsLeft()) {
         return;

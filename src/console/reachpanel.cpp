@@ -101,8 +101,8 @@ void ReachPanel::makeControls() {
     for (QWidget* each : {cmdCopyOutside, cmdWhy}) {
         placeControl(*each, {right, kSecondTop, kButtonWidth, kRowHeight});
     }
-    cmdLetIn->setToolTip(plainToolTip(
-        u"Asks the router of this network to open the port while the draft is open for players."_s));
+    cmdLetIn->setToolTip(
+        plainToolTip(u"Asks the router of this network to open the port until Packwise ends."_s));
 }
 
 void ReachPanel::present(quint16 port, const QList<OwnAddress>& addresses) {
@@ -113,10 +113,14 @@ void ReachPanel::present(quint16 port, const QList<OwnAddress>& addresses) {
     showText(*lblAddress, address_.isEmpty() ? u"No network here"_s : placeOf(address_, port),
              wordsFor(addresses, u"Friends"_s, u" port %1"_s.arg(port)));
     showRow(Row::Press);
+    setEnabled(true);
     show();
 }
 
 void ReachPanel::dismiss() {
+    if (barAsking->isVisibleTo(this)) {
+        Q_EMIT routerUnwanted();
+    }
     hide();
     setEnabled(false);
 }

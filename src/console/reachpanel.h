@@ -33,7 +33,7 @@ public:
     // The port is open, and the panel shows itself. `addresses` are this machine's.
     void present(quint16 port, const QList<OwnAddress>& addresses);
 
-    // Nobody can join any more.
+    // Nobody can join any more. What the router has opened stays: it may cut what runs through it.
     void dismiss();
 
     // What came of routerWanted(), or of a renewal.

@@ -34,6 +34,13 @@ TEST(ReachPanel, TellsTheAddressesAndAsksTheRouterOnAPressAlone) {
     panel.cmdCancel->click();
     EXPECT_EQ(unwanted, 1);
     EXPECT_TRUE(panel.cmdLetIn->isVisible() && !panel.barAsking->isVisible());
+    panel.dismiss();
+    EXPECT_EQ(unwanted, 1) << "the draft has begun, and what is open stays open";
+    panel.present(5252, {{u"192.168.100.200"_s, u"wlan0"_s}});
+    panel.cmdLetIn->click();
+    panel.dismiss();
+    EXPECT_EQ(unwanted, 2) << "nobody needs the answer any more";
+    panel.present(5252, {{u"192.168.100.200"_s, u"wlan0"_s}});
 
     struct Case {
         RouterAnswer answer;
