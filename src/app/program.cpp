@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QTimer>
 
@@ -150,7 +151,8 @@ void Program::deckSaved(const QString& path) {
 }
 
 void Program::notSaved(const QString& path, const QString& reason) {
-    frmMessage->showNote(QDir::toNativeSeparators(path) + u" could not be written: "_s + reason);
+    frmMessage->showNote(QFileInfo(path).fileName() + u" could not be written beside it: "_s +
+                         reason);
 }
 
 void Program::hideCard() {

@@ -4,6 +4,8 @@
 #include "client/cardlist.h"
 #include "deck/dirlistbox.h"
 #include "engine/deckfile.h"
+#include "engine/picktext.h"
+#include "platform/codepage.h"
 #include "support/keys.h"
 
 namespace packwise {
@@ -138,6 +140,8 @@ void saveDeck(PlayerProgram& player, const QString& file) {
                  save.dlbDir->currentRow() + 1 < save.dlbDir->count());
         press(Qt::Key_Return);
     }
+    tabTo(save.chkPicks);
+    press(Qt::Key_Space);
     press(Qt::Key_O, Qt::AltModifier);
     ASSERT_TRUE(spinUntil([&] { return !player.program.isVisible(FormId::DeckBuild); }));
     const QString told = player.program.frmMessage->lstMessage->texts().join(QString());
@@ -179,6 +183,15 @@ TEST(KeyboardDraft, TwoPlayFromTheStartWindowToSavedDecks) {
             EXPECT_TRUE(
                 spinUntil([&] { return player.program.frmSecurity->lstCode->text(seat) == code; }));
         }
+        PickTextFault fault;
+        const std::optional<PickLog> log =
+            readPicks(bytesOf(u"decks/%1.picks.txt"_s.arg(seat)).toStdString(), fault);
+        ASSERT_TRUE(log) << fault.what;
+        QStringList taken;
+        for (const SeenPack& seen : log->packs) {
+            taken.prepend(fromBytes(seen.cards.at(static_cast<std::size_t>(seen.taken))));
+        }
+        EXPECT_EQ(taken, players.at(static_cast<std::size_t>(seat)).client().lstPickedNS->texts());
     }
 }
 
