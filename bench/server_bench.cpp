@@ -2,6 +2,7 @@
 // is written to them. Everything else of a pass or a pick stands in it, from the bytes that arrive
 // to the writes that go out.
 #include "passclients.h"
+#include "record/recorder.h"
 #include "server/draftserver.h"
 #include "server/quietview.h"
 
@@ -21,14 +22,16 @@ using namespace packwise;
 
 class CountingTable : private SeatLinks, private HostChoices, private QuietView {
 public:
-    explicit CountingTable(bool rochester) : rochester_(rochester) {}
+    CountingTable(bool rochester, bool recorded) : rochester_(rochester), recorded_(recorded) {}
 
     // A new server with eight players, at the first pick of a draft.
     void begin() {
         SeatLinks& links = *this;
         HostChoices& choices = *this;
         ServerView& view = *this;
-        server_.emplace(links, choices, view, [] { return 0.0; });
+        recorder_.emplace([] { return std::string(); });
+        server_.emplace(
+            links, choices, view, [] { return 0.0; }, recorded_ ? &*recorder_ : nullptr);
         for (int num = 1; num <= kSeats; ++num) {
             server_->welcome(num);
             arrive(num, to_server::Version{{std::string(kProtocolVersion)}}.write() +
@@ -82,7 +85,9 @@ private:
     }
 
     bool rochester_;
+    bool recorded_;
     std::string_view arrived_;
+    std::optional<Recorder> recorder_;
     std::optional<DraftServer> server_;
 };
 
@@ -93,9 +98,9 @@ std::string pickOf(const CountingTable& table, int num) {
            to_server::PackBack{pack.without(0)}.write();
 }
 
-// Every player takes the first card of its pack.
+// Every player takes the first card of its pack; without and with a record of the draft.
 void passWithoutSockets(benchmark::State& state) {
-    CountingTable table(false);
+    CountingTable table(false, state.range(0) != 0);
     std::vector<std::string> picks;
     for (table.begin(); !table.isOver();) {
         for (int num = 1; num <= kSeats; ++num) {
@@ -121,11 +126,11 @@ void passWithoutSockets(benchmark::State& state) {
     state.counters["writes"] =
         benchmark::Counter(static_cast<double>(writes), benchmark::Counter::kAvgIterations);
 }
-BENCHMARK(passWithoutSockets)->Unit(benchmark::kMicrosecond);
+BENCHMARK(passWithoutSockets)->ArgName("recorded")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 // Whoever is on turn takes the first card of the pack; the review and the pause are not timed.
 void rochesterPickWithoutSockets(benchmark::State& state) {
-    CountingTable table(true);
+    CountingTable table(true, false);
     table.begin();
     const std::string pick =
         to_server::Card{"UBenchmark Card 100"}.write() + to_server::Pick{0}.write();

@@ -1,6 +1,7 @@
 #include "platform/setfiles.h"
 
 #include "platform/codepage.h"
+#include "platform/userfolders.h"
 
 #include <QDir>
 
@@ -11,6 +12,13 @@
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
+
+QString usualCardFolder() {
+    const QDir here = QDir::current();
+    const QString cardFiles = u'*' + QString::fromLatin1(kCardFileExtension);
+    return here.entryList({cardFiles}, QDir::Files).isEmpty() ? userCardFolder()
+                                                             : here.absolutePath();
+}
 
 bool breaksMessages(const QString& setName) {
     return setName.contains(u'~') || setName.contains(u'|') || !fitsCodePage(setName);

@@ -10,6 +10,10 @@
 
 namespace packwise {
 
+// The folder whose card files serve where none is named, absolute: the current one if it holds a
+// card file, else the user's, which need not be there.
+QString usualCardFolder();
+
 // Whether a display name could not cross the wire as a field, or not as it is.
 bool breaksMessages(const QString& setName);
 

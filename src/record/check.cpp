@@ -86,7 +86,7 @@ const std::string& DraftCheck::nameAt(int position) const {
     return record_.players.at(static_cast<std::size_t>(position)).name;
 }
 
-std::vector<std::string> DraftCheck::picksOf(int position) const {
+std::vector<std::string> DraftCheck::takenBy(int position) const {
     std::vector<std::string> names;
     for (const RecordEvent& event : record_.events) {
         const auto* const taken = std::get_if<CardTaken>(&event);
@@ -142,7 +142,7 @@ int DraftCheck::ownerOf(const std::string& file, const std::vector<std::string>&
         if (isNamed && (byName < 0 || name.size() > nameAt(byName).size())) {
             byName = position;
         }
-        const std::size_t own = cards.size() - lessThese(cards, picksOf(position)).size();
+        const std::size_t own = cards.size() - lessThese(cards, takenBy(position)).size();
         if (own > most) {
             most = own;
             byCards = position;
@@ -151,14 +151,14 @@ int DraftCheck::ownerOf(const std::string& file, const std::vector<std::string>&
     return byCode.size() == 1 ? byCode.front() : byName >= 0 ? byName : byCards;
 }
 
-void DraftCheck::checkDeck(const std::string& file, std::string_view bytes) {
+bool DraftCheck::checkDeck(const std::string& file, std::string_view bytes) {
     int faulty = 0;
     const std::optional<DeckList> deck = readDeckFile(bytes, faulty);
     if (!deck) {
         report_.unchecked.push_back(
             file + ": it is no deck file" +
             (faulty > 0 ? ", line " + std::to_string(faulty) + '.' : std::string(".")));
-        return;
+        return false;
     }
     std::vector<std::string> cards = deck->deck;
     cards.insert(cards.end(), deck->sideboard.begin(), deck->sideboard.end());
@@ -167,10 +167,10 @@ void DraftCheck::checkDeck(const std::string& file, std::string_view bytes) {
     const int owner = ownerOf(file, cards, code);
     if (owner < 0) {
         report_.unchecked.push_back(file + ": it is nobody's deck of this draft.");
-        return;
+        return false;
     }
     const std::string& name = nameAt(owner);
-    std::vector<std::string> foreign = lessThese(cards, picksOf(owner));
+    std::vector<std::string> foreign = lessThese(cards, takenBy(owner));
     std::erase_if(foreign, [this](const std::string& card) { return isFreeLand(card); });
     if (!foreign.empty()) {
         find(
@@ -187,9 +187,10 @@ void DraftCheck::checkDeck(const std::string& file, std::string_view bytes) {
     }
     report_.checked.push_back(file + ": " + std::to_string(cards.size()) + " cards of " + name +
                               '.');
+    return true;
 }
 
-void DraftCheck::checkPicks(const std::string& file, std::string_view utf8) {
+bool DraftCheck::checkPicks(const std::string& file, std::string_view utf8) {
     PickTextFault fault;
     const std::optional<PickLog> log = readPicks(utf8, fault);
     if (!log) {
@@ -197,7 +198,7 @@ void DraftCheck::checkPicks(const std::string& file, std::string_view utf8) {
             file + ": it is no file of picks; " +
             (fault.line > 0 ? "line " + std::to_string(fault.line) + ": " : std::string()) +
             fault.what + '.');
-        return;
+        return false;
     }
     const auto self = static_cast<std::size_t>(log->self);
     const auto player =
@@ -206,7 +207,7 @@ void DraftCheck::checkPicks(const std::string& file, std::string_view utf8) {
         });
     if (player == record_.players.end()) {
         report_.unchecked.push_back(file + ": it is by nobody who played here.");
-        return;
+        return false;
     }
     const int position = static_cast<int>(player - record_.players.begin());
     std::map<std::pair<int, int>, const Turn*> turns;
@@ -235,6 +236,7 @@ void DraftCheck::checkPicks(const std::string& file, std::string_view utf8) {
     report_.checked.push_back(file + ": " + std::to_string(agree) + " of " +
                               std::to_string(turns.size()) + " picks agree with what " +
                               player->name + " saw.");
+    return true;
 }
 
 // Between what a player saw and what the record says of it, a sentence for each.

@@ -27,11 +27,12 @@ public:
 
     // Whether each pack could have been dealt from the files of its set in that folder.
     void checkPacks(const std::filesystem::path& folder);
+    // The next two give whether the file could be held to the draft.
     // A deck file's bytes: whether its cards are among its player's picks, free lands apart, and
     // whether its code is the one that was reported.
-    void checkDeck(const std::string& file, std::string_view bytes);
+    bool checkDeck(const std::string& file, std::string_view bytes);
     // The bytes of a file of one player's picks: whether he saw what the record says.
-    void checkPicks(const std::string& file, std::string_view utf8);
+    bool checkPicks(const std::string& file, std::string_view utf8);
 
     const Report& report() const { return report_; }
 
@@ -50,7 +51,7 @@ private:
     void find(Finding::About about, const std::string& place, std::string what);
     int ownerOf(const std::string& file, const std::vector<std::string>& cards,
                 std::int32_t code) const;
-    std::vector<std::string> picksOf(int position) const;  // names
+    std::vector<std::string> takenBy(int position) const;  // names, sorted
     std::vector<std::int32_t> codesOf(int position) const;
     bool isFreeLand(std::string_view card) const;
     const std::string& nameAt(int position) const;

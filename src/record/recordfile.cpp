@@ -312,12 +312,13 @@ private:
                           1;
         dealt.position = record.isRochester ? 0 : positionOf(fields);
         dealt.alongLists = fields.oneOf(kWays, "dealt"_L1);
+        const std::vector<std::string> cards = fields.words("cards"_L1, 1, kMostCardsInPack);
         std::string text;
-        for (const std::string& card : fields.words("cards"_L1, 1, kMostCardsInPack)) {
+        for (const std::string& card : cards) {
             text.append(card).append(1, kFieldEnd);
         }
         dealt.pack = Pack::read(text).value_or(Pack());
-        if (dealt.pack.empty()) {
+        if (dealt.pack.cards() != cards) {
             fields.blame("cards"_L1);
         }
         return dealt;

@@ -243,6 +243,31 @@ Replayed replay(const DraftRecord& record, const std::function<void(const Played
     return Replay(record, onTurn).run();
 }
 
+PickLog picksOf(const DraftRecord& record, int position) {
+    PickLog log;
+    for (const RecordPlayer& player : record.players) {
+        log.players.push_back(player.name);
+    }
+    log.self = position;
+    replay(record, [&](const PlayedTurn& turn) {
+        if (!record.isRochester && turn.position != position) {
+            return;
+        }
+        SeenPack seen{turn.pack,
+                      turn.pick,
+                      record.sets.at(static_cast<std::size_t>(turn.packIndex)),
+                      record.isRochester ? log.players[static_cast<std::size_t>(turn.position)]
+                                         : std::string(),
+                      turn.cards.cards(),
+                      turn.row};
+        for (std::string& card : seen.cards) {
+            card.erase(0, 1);
+        }
+        log.packs.push_back(std::move(seen));
+    });
+    return log;
+}
+
 std::string_view nameOfToken(std::string_view token) {
     return token.substr(std::min<std::size_t>(1, token.size()));
 }

@@ -1,6 +1,7 @@
 // Plays the record of a draft again by the rules. Text is bytes in Windows-1252.
 #pragma once
 
+#include "engine/picktext.h"
 #include "record/draftrecord.h"
 
 #include <functional>
@@ -38,6 +39,9 @@ struct Replayed {
 
 // `onTurn` is called for each card, in order; the pack that it is given lives as long as the call.
 Replayed replay(const DraftRecord& record, const std::function<void(const PlayedTurn&)>& onTurn);
+
+// What the player of a table position saw, without an event and a time. Rochester: what all saw.
+PickLog picksOf(const DraftRecord& record, int position);
 
 // The name of a card's token.
 std::string_view nameOfToken(std::string_view token);

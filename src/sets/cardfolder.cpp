@@ -1,6 +1,6 @@
 #include "sets/cardfolder.h"
 
-#include "engine/cardset.h"
+#include "platform/setfiles.h"
 #include "platform/userfolders.h"
 #include "sets/registry.h"
 #include "sets/samplesets.h"
@@ -14,11 +14,6 @@ namespace packwise::sets {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-bool holdsCardFile(const QDir& folder) {
-    const QString cardFiles = u'*' + QString::fromLatin1(kCardFileExtension);
-    return !folder.entryList({cardFiles}, QDir::Files).isEmpty();
-}
 
 // Makes the user's card folder in one step, so that a program that starts at the same time finds
 // it whole. Gives the sets that were put into it; none when it could not be made.
@@ -44,13 +39,11 @@ CardFolder findCardFolder() {
     const auto named = [](const QString& path) -> QString {
         return u"Card sets: "_s + QDir::toNativeSeparators(path);
     };
-    if (holdsCardFile(here)) {
-        return {here.absolutePath(), named(here.absolutePath())};
+    const QString usual = usualCardFolder();
+    if (QFileInfo(usual).isDir()) {
+        return {usual, named(usual)};
     }
     const QString users = userCardFolder();
-    if (QFileInfo(users).isDir()) {
-        return {users, named(users)};
-    }
     const QStringList samples = makeUserCardFolder();
     if (!samples.isEmpty()) {
         return {users, named(users) + u", made with the sample sets "_s + samples.join(u" and "_s)};

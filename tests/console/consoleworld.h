@@ -40,8 +40,8 @@ public:
 
     FrmServer& console() {
         if (!server_) {
-            server_ = std::make_unique<FrmServer>(shell, security, fixSeats, localClient,
-                                                  [this] { return draw(); });
+            server_ = std::make_unique<FrmServer>(
+                shell, security, fixSeats, localClient, [this] { return draw(); }, records);
         }
         return *server_;
     }
@@ -116,6 +116,7 @@ public:
     }
 
     sample::TempFolder folder;
+    QString records;  // the folder for records; none are kept unless it is set
     FakeShell shell;
     HeldKeys heldKeys;
     FakeClient link;

@@ -1,4 +1,5 @@
 #include "console/consoleworld.h"
+#include "record/replay.h"
 
 #include <QMouseEvent>
 
@@ -115,6 +116,45 @@ TEST(Losses, AnOnlookerWhoLeavesHaltsNoDraft) {
     EXPECT_FALSE(console.tmrRandoms->isActive());
     peers[1]->close();
     EXPECT_TRUE(peers[0]->hearsSometime("CLOS~"));
+}
+
+TEST(Losses, LeaveARecordThatNobodyCouldReadBefore) {
+    const sample::TempFolder folder;
+    folder.write("file", "");
+    const QDir parent(QString::fromStdString(folder.path().string()));
+    enum class End { Halt, Exit, NoFolder };
+    for (const End end : {End::Halt, End::Exit, End::NoFolder}) {
+        auto world = std::make_unique<ConsoleWorld>();
+        const QDir records(parent.filePath(end == End::NoFolder ? u"file"_s : u"records"_s));
+        world->records = records.path();
+        auto peers = world->table(2);
+        world->chooseSets();
+        world->console().chkHalt->setChecked(true);
+        world->console().cmdStart->click();
+        EXPECT_TRUE(peers[0]->hearsSometime("BOOS"));
+        EXPECT_EQ(records.entryList(QDir::Files).size(), end == End::Exit ? 1 : 0);
+        if (end == End::Exit) {
+            world.reset();
+        } else {
+            const QStringList& notes = world->localClient.notes;
+            peers[1]->vanish();
+            ASSERT_TRUE(QTest::qWaitFor([&] { return !notes.isEmpty(); }));
+            EXPECT_TRUE(notes.join(u' ').startsWith(
+                end == End::Halt ? u"The record of this draft is "_s
+                                 : u"The record of this draft could not be written to "_s));
+            EXPECT_EQ(notes.join(u' ').contains(records.path()), true);
+        }
+    }
+    std::set<DraftEnd> ends;
+    const QDir records(parent.filePath(u"records"_s));
+    for (const QString& name : records.entryList(QDir::Files)) {
+        RecordFault fault;
+        const auto record =
+            readRecord(bytesOf(records.filePath(name)).toStdString(), fault).value();
+        EXPECT_TRUE(replay(record, {}).findings.empty());
+        ends.insert(std::get<DraftEnded>(record.events.back()).how);
+    }
+    EXPECT_EQ(ends, (std::set<DraftEnd>{DraftEnd::Halted, DraftEnd::GivenUp}));
 }
 
 }  // namespace

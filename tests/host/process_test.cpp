@@ -1,8 +1,9 @@
 // The program itself, with players of its own kind and others.
-#include "engine/deckfile.h"
 #include "engine/samplefiles.h"
 #include "host/options.h"
 #include "support/peer.h"
+
+#include <QRegularExpression>
 
 namespace packwise {
 namespace {
@@ -63,10 +64,10 @@ protected:
     void bring(int players, int table = 0) {
         auto party = std::make_unique<QProcess>();
         party->setStandardOutputFile(QProcess::nullDevice());
-        party->start(
-            QStringLiteral(PACKWISE_BOT),
-            {u"--seats"_s, QString::number(players), u"--port"_s, QString::number(port + table),
-             u"--decks"_s, decks.path(), u"--delay"_s, u"0"_s, u"--cards"_s, cardFolder()});
+        party->start(QStringLiteral(PACKWISE_BOT),
+                     {u"--seats"_s, QString::number(players), u"--port"_s,
+                      QString::number(port + table), u"--decks"_s, decks.path(), u"--delay"_s,
+                      u"0"_s, u"--picks"_s, u"--cards"_s, cardFolder()});
         bots.push_back(std::move(party));
     }
     void sendBotsHome() {
@@ -76,6 +77,26 @@ protected:
         }
         bots.clear();
     }
+    static void put(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    // The exit status of packwise-draft for a record and files of its players, by name.
+    QString checked;
+    int check(const QString& record, const QStringList& files) {
+        QStringList arguments = {u"check"_s, record, u"--cards"_s, cardFolder()};
+        for (const QString& name : files) {
+            arguments << (name.endsWith(u".dec"_s) ? u"--decks"_s : u"--picks"_s)
+                      << QDir(decks.path()).filePath(name);
+        }
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QStringLiteral(PACKWISE_DRAFT), arguments);
+        EXPECT_TRUE(program.waitForFinished(kPatience));
+        checked = QString::fromUtf8(program.readAll());
+        return program.exitCode();
+    }
+
     // The exit status once the program has ended by itself; -1 when it has not.
     int status() {
         const bool ended =
@@ -85,10 +106,13 @@ protected:
     }
 };
 
+// What players disagree about is found: a deck that was changed, and a record.
 TEST_F(HostProgram, HostsEightInEitherFormatAgainAndAgain) {
     for (const QStringList& format : {QStringList{}, QStringList{u"--rochester"_s}}) {
         start(format + QStringList{u"--again"_s});
         ASSERT_TRUE(tells("Listening on port"));
+        std::vector<QStringList> saved(1);  // the files of all drafts so far
+        const QDir folder(decks.path());
         for (int draft = 1; draft <= 2; ++draft) {
             bring(8);
             ASSERT_TRUE(tells("8 players are seated; the draft starts in 10 seconds", draft));
@@ -96,15 +120,32 @@ TEST_F(HostProgram, HostsEightInEitherFormatAgainAndAgain) {
             ASSERT_TRUE(tells("has a deck of the code", 8 * draft)) << told;
             sendBotsHome();
             ASSERT_TRUE(tells("open anew", draft)) << told;
+            ASSERT_TRUE(tells("The record of this draft is ", draft)) << told;
+            saved.push_back(folder.entryList(QDir::Files));
         }
         host.terminate();
         EXPECT_EQ(status(), 0);
-        const QDir folder(decks.path());
-        const QStringList files = folder.entryList(QDir::Files);
-        EXPECT_EQ(files.size(), 16);
-        for (const QString& name : files) {
-            const auto code = codeOfDeckFile(bytesOf(folder.filePath(name)).toStdString());
-            EXPECT_THAT(told, HasSubstr(" has a deck of the code " + std::to_string(code.value())));
+        EXPECT_EQ(saved.back().size(), 32);
+        static const QRegularExpression line(u"The record of this draft is (.*)\\."_s);
+        auto record = line.globalMatch(QString::fromStdString(told));
+        for (std::size_t draft = 1; draft < saved.size(); ++draft) {
+            QStringList files = saved[draft];
+            files.removeIf([&](const QString& name) { return saved[draft - 1].contains(name); });
+            const QString path = record.next().captured(1);
+            EXPECT_EQ(check(path, files), 0) << checked.toStdString();
+            const QString deck = files.filter(u".dec"_s).constFirst();
+            put(folder.filePath(deck), bytesOf(folder.filePath(deck)) + "    1 Swamp\r\n");
+            EXPECT_EQ(check(path, files), 1);
+            EXPECT_TRUE(checked.contains(u"The code of this deck is "_s)) << checked.toStdString();
+            QByteArray changed = bytesOf(path);
+            const QByteArray first = "UOld ";  // of a rare in the first pack
+            changed.replace(changed.indexOf(first), first.size(), "USld ");
+            put(path, changed);
+            EXPECT_EQ(check(path, {}), 1) << checked.toStdString();
+            put(path, changed.chopped(20));
+            EXPECT_EQ(check(path, {}), 2) << checked.toStdString();
+        }
+        for (const QString& name : saved.back()) {
             QFile::remove(folder.filePath(name));
         }
     }

@@ -17,7 +17,10 @@ namespace packwise {
 class SmallTable : private SeatLinks, private HostChoices, private QuietView {
 public:
     // Players called P1, P2 and so on, on the sockets 1 to `players`.
-    SmallTable(int players, bool rochester) : rochester_(rochester) {
+    SmallTable(int players, bool rochester, DraftObserver* observer = nullptr)
+        : server(
+              *this, *this, *this, [this] { return uniform(); }, observer),
+          rochester_(rochester) {
         for (int num = 1; num <= kSeats; ++num) {
             open_.at(at(num)) = num <= players || num == kSeats;
             if (num <= players) {
@@ -26,7 +29,7 @@ public:
         }
     }
 
-    DraftServer server{*this, *this, *this, [this] { return uniform(); }};
+    DraftServer server;
     int cards = 3;  // in a pack: U0a0, U0a1, U0a2 in the first one, U0b0 in the second
     std::vector<std::string> sets = std::vector<std::string>(kMostPacks, "Sample");
     std::function<double()> uniform = [] { return 0.0; };
