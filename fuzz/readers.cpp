@@ -3,6 +3,7 @@
 #include "engine/deckexport.h"
 #include "engine/picktext.h"
 #include "engine/utf8.h"
+#include "record/check.h"
 #include "sets/cardfile.h"
 #include "sets/cube.h"
 #include "sets/mtgset.h"
@@ -110,6 +111,18 @@ void readPickText(std::string_view bytes) {
     }
 }
 
+void readRecordBytes(std::string_view bytes) {
+    RecordFault fault;
+    const std::optional<DraftRecord> record = readRecord(bytes, fault);
+    need(record || !fault.what.empty(), "a fault is told");
+    if (record) {
+        need(readRecord(writeRecord(*record), fault) == record, "a record reads as it was");
+        DraftCheck check(*record);
+        check.checkDeck("a.dec", "//NAME: a\r\n    1 a\r\n");
+        check.checkPicks("a.picks.txt", writePicks(picksOf(*record, 0)));
+    }
+}
+
 void readDeckBytes(std::string_view bytes) {
     int faultyLine = 0;
     if (const std::optional<DeckList> deck = readDeckFile(bytes, faultyLine)) {
@@ -130,6 +143,7 @@ constexpr FuzzedReader kReaders[] = {
     {"orderfile", readOrderFileBytes},
     {"picktext", readPickText},
     {"deckfile", readDeckBytes},
+    {"record", readRecordBytes},
     {"server", fuzzServer},
     {.name = "messages", .read = fuzzMessages, .longest = 256},
 };

@@ -1,4 +1,5 @@
-// What a fuzzer feeds: the readers of packwise-sets, picks, decks, the server, the messages and the client.
+// What a fuzzer feeds: the readers of packwise-sets, of picks, decks and records, the server, the
+// messages and the client.
 #pragma once
 
 #include <cstddef>

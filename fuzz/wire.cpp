@@ -1,6 +1,8 @@
 #include "wire.h"
 
 #include "protocol/messages.h"
+#include "record/recorder.h"
+#include "record/replay.h"
 #include "server/draftserver.h"
 #include "server/quietview.h"
 
@@ -35,6 +37,12 @@ public:
             }
             need(server_.booster().picksIn() <= server_.table().playerCount, "picks of a pass");
             need(server_.rochester().rochTurn() <= server_.rochester().rochCards(), "turns");
+        }
+        recorder_.giveUp();
+        if (recorder_.isComplete()) {
+            for (const Finding& finding : replay(recorder_.record(), {}).findings) {
+                need(finding.about == Finding::About::Player, "a record is by the rules");
+            }
         }
     }
 
@@ -147,7 +155,9 @@ private:
     std::array<Link, kSeats + 1> links_;
     unsigned writes_ = 0;
     bool turn_ = false;
-    DraftServer server_{*this, *this, *this, [this] { return (writes_ * 37U % 100U) / 100.0; }};
+    Recorder recorder_{[] { return std::string(); }};
+    DraftServer server_{*this, *this, *this, [this] { return (writes_ * 37U % 100U) / 100.0; },
+                        &recorder_};
 };
 
 // Reads what was read once more, out of what it was written as.
