@@ -8,8 +8,9 @@ namespace {
 
 // Of one kind and seat; a peer that sends more of them tells nothing new.
 constexpr int kMostOfAKind = 20;
-// More events than a draft without oddities has.
-constexpr std::size_t kUsualEvents = 1024;
+// Room that is made at the start, for a draft of eight and names of an ordinary length.
+constexpr std::size_t kUsualPicks = 360;
+constexpr std::size_t kUsualToken = 24;
 
 }  // namespace
 
@@ -42,7 +43,8 @@ void Recorder::onSeated(const DraftPlan& plan) noexcept {
         record_.pickSeconds = plan.isTimed ? plan.pickSeconds : 0;
         record_.isSeatedByChance = plan.isSeatedByChance;
         record_.sets = plan.sets;
-        record_.events.reserve(kUsualEvents);
+        picks_.reserve(kUsualPicks);
+        cards_.reserve(kUsualPicks * kUsualToken);
         for (const int seat : plan.seats) {
             const auto at = static_cast<std::size_t>(seat);
             positions_.at(at) = static_cast<int>(record_.players.size());
@@ -76,8 +78,29 @@ void Recorder::onPick(int seat, std::string_view card, PickMaker by) noexcept {
                 unnoted.reset(what);
             }
         }
-        record_.events.emplace_back(CardTaken{positionOf(seat), std::string(card), by});
+        cards_ += card;
+        picks_.push_back({record_.events.size(), cards_.size(), positionOf(seat), by});
     });
+}
+
+DraftRecord Recorder::record() const {
+    DraftRecord whole = record_;
+    whole.events.clear();
+    std::size_t events = 0;
+    const auto addEventsTo = [&](std::size_t end) {
+        for (; events < end; ++events) {
+            whole.events.push_back(record_.events[events]);
+        }
+    };
+    std::size_t text = 0;
+    for (const Pick& pick : picks_) {
+        addEventsTo(pick.place);
+        whole.events.emplace_back(
+            CardTaken{pick.position, cards_.substr(text, pick.textEnd - text), pick.by});
+        text = pick.textEnd;
+    }
+    addEventsTo(record_.events.size());
+    return whole;
 }
 
 void Recorder::onLoss(int seat) noexcept {

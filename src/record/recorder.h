@@ -29,7 +29,7 @@ public:
     bool isComplete() const { return hasEnded_; }
     // There was no room for something, so that the record is worth nothing.
     bool hasFailed() const { return hasFailed_; }
-    const DraftRecord& record() const { return record_; }
+    DraftRecord record() const;
 
     void onStart(const std::array<std::string, kSeats>& names) noexcept override;
     void onSeated(const DraftPlan& plan) noexcept override;
@@ -45,8 +45,18 @@ private:
     void note(Work work) noexcept;
     int positionOf(int seat) const { return positions_.at(static_cast<std::size_t>(seat)); }
 
+    // Picks are by far the most, and are noted in a pass; the record is put together of them later.
+    struct Pick {
+        std::size_t place;    // how many of the other events stand before it
+        std::size_t textEnd;  // of its card in `cards_`
+        int position;
+        PickMaker by;
+    };
+
     std::function<std::string()> now_;
-    DraftRecord record_;
+    DraftRecord record_;  // but for the picks
+    std::vector<Pick> picks_;
+    std::string cards_;
     std::array<std::string, kSeats> names_;                 // by seat index
     std::array<int, kSeats> positions_{};                   // by seat index; -1 without one
     std::array<std::array<int, kOddities>, kSeats> odd_{};  // how often, by seat index

@@ -3,6 +3,7 @@
 #include "server/draftserver.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace packwise {
 
@@ -25,7 +26,7 @@ void DraftServer::start() {
     for (Seat& each : seats_) {
         each.dropped = false;
         each.cards.clear();
-        each.cardTold.clear();
+        each.cardIsTold = false;
         each.code.reset();
     }
     seatedByChance_ = false;
@@ -178,11 +179,18 @@ void DraftServer::tellPick(int socket, std::string_view card, PickMaker by) {
     if (!observer_ || state_ != State::Drafting) {
         return;  // what is still under way in a draft that has been stopped
     }
-    std::string& told = seatOf(socket).cardTold;
-    if (by != PickMaker::Chance && !told.empty() && told != card) {
-        tellOddity(socket, Oddity::OtherCard);
+    Seat& seat = seatOf(socket);
+    if (std::exchange(seat.cardIsTold, false) && by != PickMaker::Chance) {
+        // Without its colour, and behind the end of another.
+        std::string_view told = seat.cards;
+        const std::string_view name = card.substr(1);
+        told.remove_suffix(1);
+        const bool endsAlike = told.ends_with(name);
+        told.remove_suffix(endsAlike ? name.size() : 0);
+        if (!endsAlike || (!told.empty() && told.back() != kFieldEnd)) {
+            tellOddity(socket, Oddity::OtherCard);
+        }
     }
-    told.clear();
     observer_->onPick(socket - 1, card, by);
 }
 

@@ -43,7 +43,7 @@ public:
         bool dropped = false;     // the player is gone; cleared at the start
         int secondsNameless = 0;  // since the seat was taken, while it has no name
         bool awaitsTurn = false;
-        std::string cardTold;              // the card of a pick that is yet to come, or ""
+        bool cardIsTold = false;           // the last of `cards` is of a pick that is yet to come
         std::optional<std::int32_t> code;  // of the deck, as reported first
     };
 

@@ -109,12 +109,11 @@ void DraftServer::on(int num, const to_server::Chat& message) {
 }
 
 void DraftServer::on(int num, const to_server::Card& message) {
-    if (observer_) {
-        seatOf(num).cardTold = message.token;
-    }
-    std::string& cards = seatOf(num).cards;
+    Seat& seat = seatOf(num);
+    std::string& cards = seat.cards;
     if (countFields(cards) < kMostPicks) {
         cards.append(message.token, 1).push_back(kFieldEnd);
+        seat.cardIsTold = true;
     }
 }
 
