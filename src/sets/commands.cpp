@@ -175,7 +175,7 @@ void printHelp(QTextStream& out) {
         out << "  " << command.form << "\n      " << command.summary << "\n";
     }
     out << "\nWhere no FOLDER is named, the current folder serves if it holds card files, else\n"
-           "your own card folder: "
+           "your own card folder, and for export the deck's. Your card folder: "
         << QDir::toNativeSeparators(userCardFolder())
         << "\n\n\"packwise-sets COMMAND --help\" tells a command's options, --version the "
            "version.\n";
