@@ -27,7 +27,7 @@ namespace {
 constexpr int kWell = 0;
 constexpr int kFaulty = 1;
 constexpr int kNotDone = 2;
-constexpr qint64 kMostDeckBytes = 1024 * 1024;
+constexpr qint64 kMostDeckBytes = qint64{1024} * 1024;
 
 struct Streams {
     QTextStream& out;

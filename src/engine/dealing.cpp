@@ -168,9 +168,9 @@ SetFault trySet(const std::filesystem::path& folder, std::string_view setName, b
 
 int nextSheetPos(int position, int length, const Draw& draw) {
     // Running totals of the weights of the steps 1 to 21.
-    static constexpr std::array<int, kMostSheetStep> kTotals = {2050, 2370, 2435, 2535, 2600, 2610, 2665,
-                                                    2765, 2820, 2850, 3210, 3370, 3470, 3510,
-                                                    3540, 3565, 3585, 3610, 3650, 3750, 4000};
+    static constexpr std::array<int, kMostSheetStep> kTotals = {
+        2050, 2370, 2435, 2535, 2600, 2610, 2665, 2765, 2820, 2850, 3210,
+        3370, 3470, 3510, 3540, 3565, 3585, 3610, 3650, 3750, 4000};
     const int r = static_cast<int>(drawIndex(kTotals.back(), draw)) + 1;
     if (r == 1) {
         return 1;

@@ -66,15 +66,15 @@ DraftCheck::DraftCheck(const DraftRecord& record) : record_(record) {
             card.erase(0, 1);
         }
         std::string taken = cards[static_cast<std::size_t>(turn.row)];
-        turns_.push_back({turn.packIndex, turn.pack, turn.pick, turn.position,
-                          sorted(std::move(cards)), std::move(taken)});
+        turns_.push_back(Turn{turn.packIndex, turn.pack, turn.pick, turn.position,
+                              sorted(std::move(cards)), std::move(taken)});
     });
     isFollowed_ = replayed.isFollowed;
     report_.findings = std::move(replayed.findings);
     report_.checked.push_back(std::to_string(turns_.size()) +
                               " picks stood in their packs as they went round.");
     if (!isFollowed_) {
-        report_.unchecked.push_back("What comes behind that cannot be followed.");
+        report_.unchecked.emplace_back("What comes behind that cannot be followed.");
     }
 }
 

@@ -59,6 +59,9 @@ void Recorder::onSeated(const DraftPlan& plan) noexcept {
 
 void Recorder::onDealt(int packIndex, const std::vector<Pack>& packs) noexcept {
     note([&] {
+        if (hasEnded_) {
+            return;
+        }
         hasPacks_ = true;
         int position = 0;
         for (const Pack& pack : packs) {
@@ -69,6 +72,9 @@ void Recorder::onDealt(int packIndex, const std::vector<Pack>& packs) noexcept {
 
 void Recorder::onPick(int seat, std::string_view card, PickMaker by) noexcept {
     note([&] {
+        if (hasEnded_) {
+            return;
+        }
         // What a pick itself is like always stands before it.
         auto& unnoted = unnoted_[static_cast<std::size_t>(seat)];
         for (std::size_t what = 0; unnoted.any() && what < kOddities; ++what) {
@@ -105,6 +111,9 @@ DraftRecord Recorder::record() const {
 
 void Recorder::onLoss(int seat) noexcept {
     note([&] {
+        if (hasEnded_) {
+            return;
+        }
         if (isSeated_) {
             record_.events.emplace_back(PlayerLost{positionOf(seat)});
         } else {
@@ -117,7 +126,7 @@ void Recorder::onOddity(int seat, Oddity what) noexcept {
     note([&] {
         const auto at = static_cast<std::size_t>(seat);
         int& times = odd_.at(at).at(static_cast<std::size_t>(what));
-        if (!isSeated_) {
+        if (!isSeated_ || (hasEnded_ && what != Oddity::SecondCode)) {
             return;
         }
         if (times == kMostOfAKind) {

@@ -22,7 +22,8 @@ public:
     // How the packs that are dealt next are dealt.
     void setAlongLists(bool alongLists) { alongLists_ = alongLists; }
 
-    // The draft that is under way comes to nothing.
+    // The draft that is under way comes to nothing. What it does from here on is not noted; the
+    // codes of decks are.
     void giveUp() noexcept;
 
     // Whether packs were dealt and the draft has ended: there is something to keep.

@@ -186,7 +186,7 @@ public:
     }
     std::vector<std::string> words(QLatin1StringView key, std::size_t least, std::size_t most) {
         std::vector<std::string> all;
-        for (const QJsonValue& each : array(key, least, most)) {
+        for (const auto& each : array(key, least, most)) {
             all.push_back(bytes(each, key));
         }
         return all;
@@ -194,7 +194,7 @@ public:
     std::vector<RecordPlayer> players() {
         const QLatin1StringView key("players");
         std::vector<RecordPlayer> all;
-        for (const QJsonValue& each : array(key, 1, kSeats)) {
+        for (const auto& each : array(key, 1, kSeats)) {
             Fields fields(each.toObject());
             all.push_back(
                 {fields.word(QLatin1StringView("name")),
@@ -217,7 +217,7 @@ private:
         return fromUtf8(value.toString().toStdString()).value_or("?");
     }
     QJsonArray array(QLatin1StringView key, std::size_t least, std::size_t most) {
-        const QJsonArray all = object_.value(key).toArray();
+        QJsonArray all = object_.value(key).toArray();
         const auto size = static_cast<std::size_t>(all.size());
         if (size < least || size > most) {
             blame(key);

@@ -61,7 +61,7 @@ QString writeTo(const QString& folder, const DraftRecord& record, QString& path)
 
 }  // namespace
 
-RecordKeeper::RecordKeeper(QString folder, Tell tell, QObject* parent)
+RecordKeeper::RecordKeeper(const QString& folder, Tell tell, QObject* parent)
     : QObject(parent),
       folder_(folder.isEmpty() ? QString() : QDir(folder).absolutePath()),
       tell_(std::move(tell)),

@@ -20,7 +20,7 @@ public:
 
     // Files go into `folder`, which is made where it is not there; with an empty one nothing is
     // kept. `tell` is called from the event loop and from finish().
-    RecordKeeper(QString folder, Tell tell, QObject* parent = nullptr);
+    RecordKeeper(const QString& folder, Tell tell, QObject* parent = nullptr);
     ~RecordKeeper() override;
 
     // For the server's constructor; null when nothing is kept.

@@ -186,6 +186,9 @@ TEST_F(HostProgram, TellsThePlayersWhenItIsStoppedInMidDraft) {
     EXPECT_EQ(status(), 0);
     EXPECT_THAT(told, HasSubstr("?]0;p1? has come"));
     EXPECT_EQ(told.find_first_of("\x1b\x07"), std::string::npos);
+    const QDir folder(records.path());
+    EXPECT_EQ(check(folder.filePath(folder.entryList(QDir::Files).join(u' ')), {}), 0)
+        << checked.toStdString();
 }
 
 TEST_F(HostProgram, ServesOnWhenNobodyReadsItsLinesAnyMore) {

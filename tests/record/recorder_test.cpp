@@ -36,6 +36,7 @@ TEST(Recorder, NotesWhatNoHonestClientDoes) {
             table.receive(socket, text);
         }
         recorder.giveUp();
+        table.lose(2);  // who is told to leave does so
         const Replayed replayed = replay(recorder.record(), {});
         EXPECT_TRUE(replayed.isFollowed) << c.told;
         const std::string_view expected = c.told;
