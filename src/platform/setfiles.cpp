@@ -17,7 +17,7 @@ QString usualCardFolder() {
     const QDir here = QDir::current();
     const QString cardFiles = u'*' + QString::fromLatin1(kCardFileExtension);
     return here.entryList({cardFiles}, QDir::Files).isEmpty() ? userCardFolder()
-                                                             : here.absolutePath();
+                                                              : here.absolutePath();
 }
 
 bool breaksMessages(const QString& setName) {
