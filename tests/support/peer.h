@@ -6,6 +6,8 @@
 #include "platform/freeport.h"
 #include "support/test.h"
 
+#include <QTcpSocket>
+
 namespace packwise {
 
 class Peer {
