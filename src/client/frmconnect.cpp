@@ -88,8 +88,9 @@ QLineEdit* FrmConnect::addField(const QString& caption, const QString& name, int
 }
 
 void FrmConnect::takeAddress(const QString& copied) {
+    // Without a dot it is hardly an address: "20:30", "Note: 7".
     static const QRegularExpression withPort(
-        u"^([^\\s:]+)(?:\\s*:\\s*|,?\\s+port\\s+)(\\d{1,5})$"_s,
+        u"^([^\\s:]*\\.[^\\s:]*)(?:\\s*:\\s*|,?\\s+port\\s+)(\\d{1,5})$"_s,
         QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch match = withPort.match(copied);
     if (match.hasMatch() && readPort(match.captured(2))) {

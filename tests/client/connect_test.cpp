@@ -15,11 +15,15 @@ TEST(FrmConnect, RestoresNameAndPortAndOffersTheClipboardAsAddress) {
     EXPECT_EQ(dialog.txtName->text(), u"Fox"_s);
     EXPECT_EQ(dialog.txtPort->text(), u"6001"_s);
     EXPECT_EQ(dialog.txtIP->selectedText(), u"192.168.100.100"_s);
-    for (const QString& copied : {u"203.0.113.7:5253\n"_s, u"203.0.113.7 Port 5253"_s}) {
+    for (const auto& [copied, filled] : {std::pair{u"203.0.113.7:5253\n"_s, u"203.0.113.7 5253"_s},
+                                         {u"203.0.113.7 Port 5253"_s, u"203.0.113.7 5253"_s},
+                                         {u"host.example : 5253"_s, u"host.example 5253"_s},
+                                         {u"203.0.113.7:0"_s, u"203.0.113.7:0 6001"_s},
+                                         {u"2001:db8::7:5253"_s, u"2001:db8::7:525 6001"_s},
+                                         {u"20:30"_s, u"20:30 6001"_s}}) {
         QGuiApplication::clipboard()->setText(copied);
         FrmConnect again(world.shell, world.frmClient, world.frmSecurity);
-        EXPECT_EQ(again.txtIP->text(), u"203.0.113.7"_s);
-        EXPECT_EQ(again.txtPort->text(), u"5253"_s);
+        EXPECT_EQ(again.txtIP->text() + u' ' + again.txtPort->text(), filled);
     }
     QTest::keyClicks(dialog.txtName, u"es"_s);
     QTest::sendKeyEvent(QTest::Click, dialog.txtName, Qt::Key_unknown, u"\u0142"_s, {});
