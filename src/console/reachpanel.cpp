@@ -78,6 +78,7 @@ void ReachPanel::makeControls() {
         font.setPixelSize(kTextPixels);
         made->setFont(font);
         made->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        made->setFocusPolicy(Qt::StrongFocus);  // a screen reader says what has it
         return made;
     };
     lblAddress = text(u"lblAddress"_s, u"Address in this network"_s);

@@ -1,6 +1,7 @@
 #include "console/consoleworld.h"
 #include "platform/reachwords.h"
 
+#include <QCheckBox>
 #include <QProgressBar>
 
 namespace packwise {
@@ -92,6 +93,9 @@ TEST(ReachPanel, StandsWhileThePortIsOpen) {
     EXPECT_FALSE(console.reach->isVisible());
     const auto peers = world.table(1);
     EXPECT_TRUE(console.reach->isVisible());
+    console.chkSilence->setFocus();
+    QTest::keyClick(&console, Qt::Key_Tab);
+    EXPECT_TRUE(console.reach->lblAddress->hasFocus()) << "a line is heard where the keys lead";
     world.chooseSets();
     console.cmdStart->click();
     EXPECT_FALSE(console.reach->isVisible());
