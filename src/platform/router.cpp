@@ -37,7 +37,16 @@ public:
 class SocketUse {};
 #endif
 
-constexpr int kDiscoverMilliseconds = 2000;
+// How a router is searched for by UPnP. Each of them answers to the first; those that do not keep
+// to the standard, to another.
+struct UpnpSearch {
+    const char* target;
+    int milliseconds;
+};
+constexpr UpnpSearch kUsualSearch{"urn:schemas-upnp-org:device:InternetGatewayDevice:1", 2000};
+constexpr UpnpSearch kOtherSearches[] = {{"urn:schemas-upnp-org:service:WANIPConnection:1", 1000},
+                                         {"urn:schemas-upnp-org:service:WANPPPConnection:1", 1000},
+                                         {"upnp:rootdevice", 1000}};
 constexpr auto kNatPmpPatience = std::chrono::milliseconds(2000);
 constexpr int kMostPortsTried = 20;
 constexpr const char* kDescription = "Packwise draft";
@@ -49,7 +58,7 @@ constexpr int kConflict = 718;
 
 class UpnpRouter : public Router {
 public:
-    UpnpRouter() = default;
+    explicit UpnpRouter(const UpnpSearch& search) : search_(search) {}
     UpnpRouter(const UpnpRouter&) = delete;
     UpnpRouter& operator=(const UpnpRouter&) = delete;
     ~UpnpRouter() override {
@@ -61,8 +70,8 @@ public:
     // Whether a router answers.
     bool find() {
         int error = 0;
-        UPNPDev* const devices =
-            upnpDiscover(kDiscoverMilliseconds, nullptr, nullptr, 0, 0, 2, &error);
+        UPNPDev* const devices = upnpDiscoverDevice(search_.target, search_.milliseconds, nullptr,
+                                                    nullptr, 0, 0, 2, &error);
         const int found = devices ? UPNP_GetValidIGD(devices, &urls_, &data_, ownAddress_.data(),
                                                      static_cast<int>(ownAddress_.size()))
                                   : 0;
@@ -94,6 +103,7 @@ public:
             }
             if (error == UPNPCOMMAND_SUCCESS) {
                 mapped_ = outsidePort;
+                inside_ = port;
                 return {RouterAnswer::Open, address, outsidePort};
             }
             if (error != kConflict) {
@@ -104,11 +114,12 @@ public:
     }
 
     void unmap() override {
-        if (mapped_ != 0) {
+        // The router may have given it to somebody else, after a lease that ran out in a sleep.
+        if (mapped_ != 0 && !isAnothers(mapped_, inside_)) {
             UPNP_DeletePortMapping(urls_.controlURL, data_.first.servicetype,
                                    std::to_string(mapped_).c_str(), kProtocol, nullptr);
-            mapped_ = 0;
         }
+        mapped_ = 0;
     }
 
 private:
@@ -138,32 +149,21 @@ private:
     }
 
     [[no_unique_address]] SocketUse use_;
+    UpnpSearch search_;
     bool isFound_ = false;
     UPNPUrls urls_{};
     IGDdatas data_{};
     std::array<char, 64> ownAddress_{};
     quint16 mapped_ = 0;  // the outside port; 0 without a mapping
+    quint16 inside_ = 0;  // the port of this machine that it leads to
 };
 
 class NatPmpRouter : public Router {
 public:
-    NatPmpRouter() = default;
-    NatPmpRouter(const NatPmpRouter&) = delete;
-    NatPmpRouter& operator=(const NatPmpRouter&) = delete;
-    ~NatPmpRouter() override {
-        if (isOpen_) {
-            closenatpmp(&link_);
-        }
-    }
-
     // Whether a router answers.
     bool find() {
-        isOpen_ = initnatpmp(&link_, 0, 0) == 0;
         natpmpresp_t response{};
-        if (!isOpen_ || sendpublicaddressrequest(&link_) < 0) {
-            return false;
-        }
-        const int result = answerTo(response);
+        const int result = ask(response, sendpublicaddressrequest);
         if (result == 0) {
             outside_ = QHostAddress(ntohl(response.pnu.publicaddress.addr.s_addr)).toString();
         }
@@ -178,11 +178,10 @@ public:
             return {RouterAnswer::BehindAnother, outside_, 0};
         }
         natpmpresp_t response{};
-        if (sendnewportmappingrequest(&link_, NATPMP_PROTOCOL_TCP, port, wanted,
-                                      static_cast<std::uint32_t>(leaseSeconds)) < 0) {
-            return {RouterAnswer::NoRouter, outside_, 0};
-        }
-        const int result = answerTo(response);
+        const int result = ask(response, [&](natpmp_t* link) {
+            return sendnewportmappingrequest(link, NATPMP_PROTOCOL_TCP, port, wanted,
+                                             static_cast<std::uint32_t>(leaseSeconds));
+        });
         if (result != 0) {
             return {isRefusal(result) ? RouterAnswer::Refused : RouterAnswer::NoRouter, outside_,
                     0};
@@ -193,9 +192,10 @@ public:
 
     void unmap() override {
         natpmpresp_t response{};
-        if (mapped_ != 0 &&
-            sendnewportmappingrequest(&link_, NATPMP_PROTOCOL_TCP, mapped_, 0, 0) >= 0) {
-            answerTo(response);
+        if (mapped_ != 0) {
+            ask(response, [this](natpmp_t* link) {
+                return sendnewportmappingrequest(link, NATPMP_PROTOCOL_TCP, mapped_, 0, 0);
+            });
         }
         mapped_ = 0;
     }
@@ -206,20 +206,26 @@ private:
         return result <= NATPMP_ERR_UNDEFINEDERROR && result > NATPMP_TRYAGAIN;
     }
 
-    // Waits for the response to a request, which is sent again meanwhile. The library's result.
-    int answerTo(natpmpresp_t& response) {
+    // Sends a request, again where it must, and waits for the response. The library's result. Each
+    // has a socket of its own: a slow router answers more than once to one that was sent again,
+    // which would pass for the response to the next.
+    template <class Send>
+    static int ask(natpmpresp_t& response, const Send& send) {
+        natpmp_t link{};
+        int result = initnatpmp(&link, 0, 0);
+        if (result == 0) {
+            result = send(&link) < 0 ? NATPMP_ERR_SENDERR : NATPMP_TRYAGAIN;
+        }
         const auto until = std::chrono::steady_clock::now() + kNatPmpPatience;
-        int result = NATPMP_TRYAGAIN;
         while (result == NATPMP_TRYAGAIN && std::chrono::steady_clock::now() < until) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            result = readnatpmpresponseorretry(&link_, &response);
+            result = readnatpmpresponseorretry(&link, &response);
         }
+        closenatpmp(&link);
         return result;
     }
 
     [[no_unique_address]] SocketUse use_;
-    bool isOpen_ = false;
-    natpmp_t link_{};
     QString outside_;
     quint16 mapped_ = 0;  // the port of this machine; 0 without a mapping
 };
@@ -238,13 +244,14 @@ int weight(RouterAnswer::Kind kind) {
 
 }  // namespace
 
-FoundRouter openAtRouter(quint16 port, int leaseSeconds, const std::function<bool()>& isWanted) {
+FoundRouter openAtRouter(quint16 port, quint16 wanted, int leaseSeconds,
+                         const std::function<bool()>& isWanted) {
     RouterAnswer best;
     const auto tryOne = [&](auto router) -> std::unique_ptr<Router> {
         if (!isWanted() || !router->find() || !isWanted()) {
             return nullptr;
         }
-        const RouterAnswer answer = router->map(port, port, leaseSeconds);
+        const RouterAnswer answer = router->map(port, wanted, leaseSeconds);
         if (answer.kind == RouterAnswer::Open || weight(answer.kind) > weight(best.kind)) {
             best = answer;
         }
@@ -257,9 +264,14 @@ FoundRouter openAtRouter(quint16 port, int leaseSeconds, const std::function<boo
         }
         return router;
     };
-    std::unique_ptr<Router> router = tryOne(std::make_unique<UpnpRouter>());
+    std::unique_ptr<Router> router = tryOne(std::make_unique<UpnpRouter>(kUsualSearch));
     if (!router && best.kind != RouterAnswer::Open) {
         router = tryOne(std::make_unique<NatPmpRouter>());
+    }
+    for (const UpnpSearch& search : kOtherSearches) {
+        if (best.kind == RouterAnswer::NoRouter) {
+            router = tryOne(std::make_unique<UpnpRouter>(search));
+        }
     }
     if (!isWanted()) {
         best = {RouterAnswer::Stopped, {}, 0};

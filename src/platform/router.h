@@ -40,8 +40,9 @@ struct FoundRouter {
     std::unique_ptr<Router> router;  // with an answer of the kind Open
 };
 
-// Looks for a router and lets it map. `isWanted` is asked between the steps, from the caller's
-// thread.
-FoundRouter openAtRouter(quint16 port, int leaseSeconds, const std::function<bool()>& isWanted);
+// Looks for a router and lets it map, as Router::map. `isWanted` is asked between the steps, every
+// few seconds at least, from the caller's thread.
+FoundRouter openAtRouter(quint16 port, quint16 wanted, int leaseSeconds,
+                         const std::function<bool()>& isWanted);
 
 }  // namespace packwise

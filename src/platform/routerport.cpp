@@ -72,13 +72,15 @@ struct RouterPort::Work {
     static void run(const std::shared_ptr<Work>& work) {
         Order order;
         FoundRouter found;
-        bool wasOpen = false;
+        quint16 outsidePort = 0;  // the last that was open; 0 before
         for (bool isWanted = true; isWanted;) {
             const int half = std::max(order.leaseSeconds / 2, 1);
             const int renewal = found.router ? half : std::min(half, kSecondsToAskAgain);
-            const std::optional<Order> next = work->next(order.number, wasOpen ? renewal : 0);
+            const std::optional<Order> next =
+                work->next(order.number, outsidePort != 0 ? renewal : 0);
             if (!next) {
-                renew(*work, order, found);
+                renew(*work, order, outsidePort, found);
+                outsidePort = found.router ? found.answer.outsidePort : outsidePort;
                 continue;
             }
             order = *next;
@@ -87,25 +89,26 @@ struct RouterPort::Work {
                 found.router.reset();
             }
             if (order.port != 0) {
-                found = openAtRouter(order.port, order.leaseSeconds,
+                found = openAtRouter(order.port, order.port, order.leaseSeconds,
                                      [&] { return work->isLatest(order.number); });
                 work->tell(order.number, found.answer);
             }
-            wasOpen = found.router != nullptr;
+            outsidePort = found.router ? found.answer.outsidePort : quint16{0};
             work->setDone(order.number);
             const std::lock_guard lock(work->mutex);
             isWanted = work->owner || work->order.number != order.number;
         }
     }
 
-    static void renew(Work& work, const Order& order, FoundRouter& found) {
+    // Friends have been told `outsidePort`, so that one is wanted, also after a router was away.
+    static void renew(Work& work, const Order& order, quint16 outsidePort, FoundRouter& found) {
         RouterAnswer answer;
         if (found.router) {
-            answer = found.router->map(order.port, found.answer.outsidePort, order.leaseSeconds);
+            answer = found.router->map(order.port, outsidePort, order.leaseSeconds);
         }
         if (answer.kind != RouterAnswer::Open) {
             // It may have been started anew, or be another one.
-            found = openAtRouter(order.port, order.leaseSeconds,
+            found = openAtRouter(order.port, outsidePort, order.leaseSeconds,
                                  [&] { return work.isLatest(order.number); });
             answer = found.answer;
         }
