@@ -118,25 +118,28 @@ TEST(ClientLink, IsLostWhenTheServerLeavesOrFloodsOrFallsSilent) {
 }
 
 TEST(ClientLink, EndsTheProgramOnASocketError) {
-    ClientWorld world;
-    const quint16 port = world.listener.serverPort();
-    world.listener.close();
-    const QString place = u"127.0.0.1, port %1"_s.arg(port);
-    world.shell.script.expect(u"Connection error!\n\nServer: "_s + place +
-                              u"\nIt refuses: nobody listens there, or the draft has begun."_s);
-    world.frmClient->show();
-    world.frmClient->wskClient->setRemoteHost(u"127.0.0.1"_s);
-    world.frmClient->wskClient->setRemotePort(port);
-    world.frmClient->Connect();
-    for (int second = 0; second < 5; ++second) {
-        EXPECT_EQ(world.frmClient->lblStatus->toolTip(), u"Connecting to "_s + place);
-        world.frmClient->tmrSilence_Timer();
+    for (const auto& [host, why] :
+         {std::pair{u"127.0.0.1"_s, u"It refuses: nobody listens there, or the draft has begun."_s},
+          {u"no..host"_s, u"Unknown host: no machine has that name."_s}}) {
+        ClientWorld world;
+        const quint16 port = world.listener.serverPort();
+        world.listener.close();
+        const QString place = u"%1, port %2"_s.arg(host).arg(port);
+        world.shell.script.expect(u"Connection error!\n\nServer: "_s + place + u'\n' + why);
+        world.frmClient->show();
+        world.frmClient->wskClient->setRemoteHost(host);
+        world.frmClient->wskClient->setRemotePort(port);
+        world.frmClient->Connect();
+        for (int second = 0; second < 5; ++second) {
+            EXPECT_EQ(world.frmClient->lblStatus->toolTip(), u"Connecting to "_s + place);
+            world.frmClient->tmrSilence_Timer();
+        }
+        EXPECT_TRUE(world.frmClient->lblStatus->toolTip().contains(u"No answer: the address"_s));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return world.shell.ended(); }));
+        EXPECT_EQ(world.shell.script.last().title, u"Packwise 1.41"_s);
+        EXPECT_EQ(world.shell.script.last().icon, BoxIcon::None);
+        EXPECT_EQ(world.shell.savedForms, 0);
     }
-    EXPECT_TRUE(world.frmClient->lblStatus->toolTip().contains(u"No answer: the address"_s));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return world.shell.ended(); }));
-    EXPECT_EQ(world.shell.script.last().title, u"Packwise 1.41"_s);
-    EXPECT_EQ(world.shell.script.last().icon, BoxIcon::None);
-    EXPECT_EQ(world.shell.savedForms, 0);
 }
 
 TEST(ClientLink, AsksBeforeTheUserLeavesALink) {
