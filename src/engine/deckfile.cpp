@@ -22,6 +22,8 @@ std::int32_t deckValue(std::string_view name) {
 constexpr std::string_view kComment = "//";
 constexpr std::string_view kSideboardMark = "SB:";
 constexpr std::size_t kMostCards = 10'000;  // in a deck or a sideboard
+// Of all names together: a short line can count thousands of a long one.
+constexpr std::size_t kMostNameBytes = std::size_t{16} * 1024 * 1024;
 
 // Takes the first line, without its end, off the text.
 std::string_view takeLine(std::string_view& text) {
@@ -38,16 +40,19 @@ void skipBlanks(std::string_view& line) {
     line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
 }
 
-// Adds the cards of a line "4 Name" to the list. Whether it is one.
-bool addCards(std::string_view line, std::vector<std::string>& cards) {
+// Adds the cards of a line "4 Name" to the list. Whether it is one, and its names are no more than
+// `bytesLeft`.
+bool addCards(std::string_view line, std::vector<std::string>& cards, std::size_t& bytesLeft) {
     skipBlanks(line);
     const std::size_t end = std::min(line.find(' '), line.size());
     const auto count =
         static_cast<std::size_t>(std::max(readNumber(line.substr(0, end)).value_or(0), 0));
     const std::string_view name = line.substr(std::min(end + 1, line.size()));
-    if (count == 0 || count > kMostCards - cards.size() || name.empty()) {
+    if (count == 0 || count > kMostCards - cards.size() || name.empty() ||
+        name.size() > bytesLeft / count) {
         return false;
     }
+    bytesLeft -= count * name.size();
     cards.insert(cards.end(), count, std::string(name));
     return true;
 }
@@ -83,12 +88,13 @@ std::optional<DeckList> readDeckFile(std::string_view text, int& faultyLine) {
         return std::nullopt;
     }
     DeckList list{std::string(takeLine(text).substr(kHeader.size())), {}, {}};
+    std::size_t bytesLeft = kMostNameBytes;
     while (!text.empty()) {
         ++faultyLine;
         std::string_view line = takeLine(text);
         const bool isSideboard = line.starts_with(kSideboardMark);
         line.remove_prefix(isSideboard ? kSideboardMark.size() : 0);
-        const bool isCard = addCards(line, isSideboard ? list.sideboard : list.deck);
+        const bool isCard = addCards(line, isSideboard ? list.sideboard : list.deck, bytesLeft);
         if (!isCard && !line.starts_with(kComment) &&
             (isSideboard || line.find_first_not_of(' ') != std::string_view::npos)) {
             return std::nullopt;

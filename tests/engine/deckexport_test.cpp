@@ -88,11 +88,12 @@ TEST(DeckExport, TellsTheLineThatIsNoCard) {
         {"//NAME: x\nSB:", 2},
         {"//NAME: x\n    99999999999 Swamp", 2},
         {"//NAME: x\n    9999 Swamp\n    1 Island\n    1 Island", 4},
+        {"//NAME: x\n    9999 " + std::string(1'000'000, 'x'), 2},
     };
     for (const auto& [text, faulty] : cases) {
         int line = 0;
-        EXPECT_FALSE(readDeckFile(text, line)) << text;
-        EXPECT_EQ(line, faulty) << text;
+        EXPECT_FALSE(readDeckFile(text, line)) << text.substr(0, 60);
+        EXPECT_EQ(line, faulty) << text.substr(0, 60);
     }
 }
 
