@@ -134,7 +134,7 @@ std::optional<std::int32_t> BotSeat::saveDeck(std::string_view name,
 }
 
 void BotSeat::savePicks(const QString& deckPath, PickLog picks) {
-    stampPicks(picks, QDateTime::currentDateTime());
+    stampPicks(picks, begun_);
     const QString path = deckBase(deckPath) + fromBytes(kPickTextEnding);
     const QString reason = writeWholeFile(path, writePicks(picks));
     if (!reason.isEmpty()) {

@@ -5,6 +5,7 @@
 #include "bot/player.h"
 #include "platform/socket.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QTimer>
 
@@ -46,6 +47,7 @@ private:
     void startTimer(int milliseconds) override;
     void stopTimer() override;
     void report(std::string_view line) override;
+    void began() override { begun_ = QDateTime::currentDateTime(); }
     std::optional<std::int32_t> saveDeck(std::string_view name,
                                          const std::vector<std::string>& deck,
                                          const std::vector<std::string>& sideboard,
@@ -68,6 +70,7 @@ private:
     bool hasConnected_ = false;
     bool hasFailed_ = false;
     bool settled_ = false;
+    QDateTime begun_;  // the draft
 };
 
 }  // namespace packwise

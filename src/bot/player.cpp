@@ -108,6 +108,7 @@ void Player::on(const to_client::Info& message) {
         draftType_ = message.format;
         clockSeconds_ = message.seconds;
         keeper_.begin(draftType_);
+        link_.began();
     }
 }
 

@@ -31,6 +31,9 @@ public:
     // Tells the user in a line what this player does. Bytes in Windows-1252.
     virtual void report(std::string_view line) = 0;
 
+    // A draft begins.
+    virtual void began() = 0;
+
     // Writes a deck of that player, and what the player saw, and tells the user of it. Gives the
     // deck's code; nothing when that cannot be written.
     virtual std::optional<std::int32_t> saveDeck(std::string_view name,

@@ -22,6 +22,7 @@ public:
     void startTimer(int milliseconds) override { timer = milliseconds; }
     void stopTimer() override { timer.reset(); }
     void report(std::string_view line) override { lines.emplace_back(line); }
+    void began() override {}
     std::optional<std::int32_t> saveDeck(std::string_view, const std::vector<std::string>& cards,
                                          const std::vector<std::string>& rest,
                                          const PickLog&) override {
