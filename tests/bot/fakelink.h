@@ -13,6 +13,7 @@ public:
     std::vector<std::string> lines;
     std::vector<std::string> deck;
     std::vector<std::string> sideboard;
+    PickLog picks;
     int decks = 0;
     bool over = false;
 
@@ -25,7 +26,8 @@ public:
     void began() override {}
     std::optional<std::int32_t> saveDeck(std::string_view, const std::vector<std::string>& cards,
                                          const std::vector<std::string>& rest,
-                                         const PickLog&) override {
+                                         const PickLog& log) override {
+        picks = log;
         deck = cards;
         sideboard = rest;
         ++decks;

@@ -33,16 +33,19 @@ TEST_F(PlayerTest, AnswersWhatADraftAsks) {
     struct Script {
         std::string text;
         std::string answers;
+        std::string seen;  // who took what
     };
     const std::string join(kJoin);
     for (const Script& script :
          {Script{join + std::string(kBooster) +
                      "PING~TEST~ROUN1~BOOSUFirst|~BSTA0~\r\nBO\nOSUSecond|~OVER~OVER~",
-                 "VERS1.41~NAMEAda~PONG~TEST~CARDUFirst~BPCK~CARDUSecond~BPCK~CODE-44281~"},
+                 "VERS1.41~NAMEAda~PONG~TEST~CARDUFirst~BPCK~CARDUSecond~BPCK~CODE-44281~",
+                 ":First :Second "},
           Script{join + std::string(kTimedRochester) +
                      "ROUN1:1~BOOSUOne|~REVW~RSTA0~RSTA1~TURN1~RPCK00!~RPAU~ROUN1:2~BOOSUTwo|~"
                      "REVW~TURN2~RPCK10~OVER~CLOS~PING~",
-                 "VERS1.41~NAMEAda~RROK~RPOK~RROK~CARDUTwo~RPCK0~CODE-44281~"}}) {
+                 "VERS1.41~NAMEAda~RROK~RPOK~RROK~CARDUTwo~RPCK0~CODE-44281~",
+                 "Host:One Ada:Two "}}) {
         FakeLink own;
         Player fresh(own, book, 1, 1000);
         fresh.begin("Ada");
@@ -54,6 +57,11 @@ TEST_F(PlayerTest, AnswersWhatADraftAsks) {
         }
         EXPECT_EQ(own.sent, script.answers);
         EXPECT_EQ(own.decks, 1);
+        std::string seen;
+        for (const SeenPack& pack : own.picks.packs) {
+            seen += pack.player + ":" + pack.cards.at(static_cast<std::size_t>(pack.taken)) + " ";
+        }
+        EXPECT_EQ(seen, script.seen);
         EXPECT_EQ(own.deck.size(), 40U);
     }
 }

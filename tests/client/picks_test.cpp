@@ -74,7 +74,9 @@ TEST(ClientPicks, KeepsWhatItSawOfEachPack) {
     PickLog log = booster.frmClient->pickLog();
     EXPECT_EQ(log.players, (std::vector<std::string>{"Bob", "Cid", "Ann"}));
     EXPECT_EQ(log.self, 2);
-    EXPECT_EQ(log.time.substr(0, 4), log.event.substr(0, 4));
+    const QDateTime begun = QDateTime::fromString(QString::fromStdString(log.time), Qt::ISODate);
+    EXPECT_EQ(begun.toString(u"yyyyMMddHHmm"_s).toStdString(), log.event);
+    EXPECT_TRUE(begun.isValid()) << log.time;
     const std::vector<SeenPack> passed = {{1, 1, "Fens", "", {"First", "Second", "First"}, 0},
                                           {1, 2, "Fens", "", {"Lim-D\xFBl"}, 0},
                                           {2, 1, "Bells", "", {"Rat"}, -1}};

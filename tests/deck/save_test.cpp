@@ -93,7 +93,8 @@ TEST_F(SaveAs, WritesBesideTheDeckWhatIsAskedFor) {
     const QByteArray exported = bytesOf(path(u"mine.cod"_s));
     EXPECT_TRUE(exported.contains("<card number=\"8\" name=\"Swamp\"/>")) << exported.data();
     EXPECT_TRUE(exported.contains("<card number=\"1\" name=\"Caf\xC3\xA9\"/>"));
-    EXPECT_TRUE(FrmSave(shell).chkExport->isChecked());
+    const FrmSave next(shell);
+    EXPECT_TRUE(next.chkPicks->isChecked() && next.chkExport->isChecked());
 }
 
 // Neither the deck nor its code waits for what goes with it.

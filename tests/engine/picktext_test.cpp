@@ -60,7 +60,7 @@ TEST(PickText, TellsTheLineOfADamage) {
     const Case cases[] = {
         {"", 0},
         {"//NAME: Packwise deck\r\n    1 Swamp\r\n", 0},
-        {std::string(kMostPickText + 1, ' '), 0},
+        {std::string(kMostPickText, '\n') + "Pack 1 pick 1:", 0},
         {"Pack 0 pick 1:\n", 1},
         {"Pack 49 pick 1:\n", 1},
         {"Pack 1 pick 16:\n", 1},
