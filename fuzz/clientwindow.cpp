@@ -6,6 +6,7 @@
 #include "app/program.h"
 #include "client/cardlist.h"
 #include "client/colorbars.h"
+#include "platform/display.h"
 #include "protocol/messages.h"
 #include "readers.h"
 #include "widgets/look.h"
@@ -407,7 +408,7 @@ void needApplication() {
     static char name[] = "fuzz_client";
     static char* argv[] = {name, nullptr};
     [[maybe_unused]] static const QApplication* const application = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        hideWindows();
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
         chooseEventLoop();
         auto* const made = new QApplication(argc, argv);
