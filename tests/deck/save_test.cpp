@@ -127,7 +127,7 @@ TEST_F(SaveAs, StaysOpenWhileTheFileCannotBeMade) {
         const QString full = folder.path() + u'/' + name;
         shell.script.expect(
             u"Cannot save the deck as %1: %2\n\nChoose another folder or name."_s.arg(
-                full, whyNotWritable(full, 1000)));
+                QDir::toNativeSeparators(full), whyNotWritable(full, 1000)));
         saveAs(name);
         expectWarning(shell.script.last(), u"Error"_s, BoxButtons::Ok);
         EXPECT_TRUE(save->isVisible() && !window.isEnabled() && !shell.ended());
