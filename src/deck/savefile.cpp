@@ -92,13 +92,10 @@ void FrmDeckBuild::saveBeside(const DeckFile& file) {
     if (save_->chkPicks->isChecked()) {
         put(base + fromBytes(kPickTextEnding), writePicks(link_.picks()));
     }
-    if (save_->chkExport->isChecked()) {
-        const QString path = base + fromBytes(endingOf(DeckFormat::Cod));
-        int faultyLine = 0;
-        const std::optional<DeckList> deck = readDeckFile(file.text, faultyLine);
-        // A server can give a card a name that is no line of a deck.
-        deck ? put(path, exportDeck(DeckFormat::Cod, *deck))
-             : link_.notSaved(path, u"line %1 of the deck is no card"_s.arg(faultyLine));
+    int faultyLine = 0;
+    const std::optional<DeckList> deck = readDeckFile(file.text, faultyLine);
+    if (deck && save_->chkExport->isChecked()) {
+        put(base + fromBytes(endingOf(DeckFormat::Cod)), exportDeck(DeckFormat::Cod, *deck));
     }
 }
 
