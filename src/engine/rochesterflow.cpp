@@ -47,6 +47,7 @@ void RochesterFlow::begin() {
     rochSet_ = 1;
     table_.roundNo = 1;
     rochRandom_ = false;
+    unusedTurns_.fill(0);
     phase_ = Phase::Opening;
     settle();
 }
@@ -108,9 +109,12 @@ void RochesterFlow::onPick(int socket, std::optional<int> row) {
         return;
     }
     const bool isOnTurn = position == turnPosition();
-    if (!isOnTurn) {
+    // Who has been overtaken may have picked before he could know of it.
+    int& turns = unusedTurns_[static_cast<std::size_t>(position)];
+    if (turns == 0) {
         host_.tellOddity(socket, Oddity::OutOfTurn);
     }
+    turns = std::max(turns - 1, 0);
     if (phase_ != Phase::Turns) {
         return;
     }
@@ -146,6 +150,7 @@ void RochesterFlow::nextTurn() {
     }
     ++step_;
     const int seat = rochOrder_[static_cast<std::size_t>(rochTurn_)];
+    ++unusedTurns_[static_cast<std::size_t>(seat - 1)];
     if (lost(static_cast<std::size_t>(seat - 1))) {
         host_.enableRandoms();
     }

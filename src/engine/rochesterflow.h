@@ -79,7 +79,8 @@ private:
     bool rochRandom_ = false;
     bool busy_ = false;
     RochesterTurns rochOrder_{};
-    std::array<bool, kSeats> answered_{};  // by table position
+    std::array<bool, kSeats> answered_{};    // by table position
+    std::array<int, kSeats> unusedTurns_{};  // likewise: turns announced that no pick has come for
 };
 
 }  // namespace packwise

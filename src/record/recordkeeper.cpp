@@ -107,11 +107,17 @@ void RecordKeeper::save() {
         return;  // onWritten() comes back here
     }
     if (std::exchange(isUnsaved_, false)) {
-        writing_ = std::thread([this, record = recorder_.record()] {
-            reason_ = writeTo(folder_, record, path_);
-            QMetaObject::invokeMethod(this, &RecordKeeper::onWritten, Qt::QueuedConnection);
-        });
-    } else if (isRetired_) {
+        try {
+            writing_ = std::thread([this, record = recorder_.record()] {
+                reason_ = writeTo(folder_, record, path_);
+                QMetaObject::invokeMethod(this, &RecordKeeper::onWritten, Qt::QueuedConnection);
+            });
+            return;
+        } catch (const std::exception& error) {  // no memory, or the system allows no more threads
+            sayThatNot(QString::fromLocal8Bit(error.what()));
+        }
+    }
+    if (isRetired_) {
         deleteLater();
     }
 }
@@ -121,13 +127,17 @@ void RecordKeeper::onWritten() {
         return;  // finish() was faster
     }
     writing_.join();
-    const QString place = QDir::toNativeSeparators(path_.isEmpty() ? folder_ : path_);
     if (reason_.isEmpty()) {
-        say(u"The record of this draft is "_s + place + u'.');
+        say(u"The record of this draft is "_s + QDir::toNativeSeparators(path_) + u'.');
     } else {
-        say(u"The record of this draft could not be written to "_s + place + u": "_s + reason_);
+        sayThatNot(reason_);
     }
     save();
+}
+
+void RecordKeeper::sayThatNot(const QString& reason) {
+    const QString place = QDir::toNativeSeparators(path_.isEmpty() ? folder_ : path_);
+    say(u"The record of this draft could not be written to "_s + place + u": "_s + reason);
 }
 
 void RecordKeeper::say(const QString& line) {

@@ -38,6 +38,7 @@ private:
     void saveSoon();
     void save();
     void onWritten();
+    void sayThatNot(const QString& reason);  // could be written
     void say(const QString& line);
 
     QString folder_;

@@ -109,6 +109,7 @@ private:
         table_[at(position)] = event.pack;
         if (record_.isRochester) {
             order_ = rochesterTurns(seats_, packIndex + 1, packs_ % seats_ + 1);
+            giveTurn();
         }
         ++packs_;
     }
@@ -138,6 +139,9 @@ private:
         odd_[at(position)].fill(false);
         if (record_.isRochester) {
             ++pick_;
+            int& turns = unusedTurns_[at(position)];
+            turns = std::max(turns - 1, 0);
+            giveTurn();
             return;
         }
         picked_[at(position)] = true;
@@ -153,12 +157,19 @@ private:
             }
             return !picked_[at(position)];
         }
-        const int onTurn = order_[at(pick_ - 1)] - 1;
-        if (position != onTurn && !noted(position, Oddity::OutOfTurn)) {
-            blame(name(position) + " picks, and it is " + name(onTurn) + "'s turn.");
-            return false;
+        const bool isExplained =
+            unusedTurns_[at(position)] > 0 || noted(position, Oddity::OutOfTurn);
+        if (!isExplained) {
+            blame(name(position) + " picks, and it is " + name(order_[at(pick_ - 1)] - 1) +
+                  "'s turn.");
         }
-        return true;
+        return isExplained;
+    }
+    // Rochester. A turn that another has taken may still bring the pick of who was on it.
+    void giveTurn() {
+        if (!table_[0].empty()) {
+            ++unusedTurns_[at(order_[at(pick_ - 1)] - 1)];
+        }
     }
 
     bool noted(int position, Oddity what) const {
@@ -234,6 +245,7 @@ private:
     std::array<bool, kSeats> lost_{};
     std::array<std::array<bool, kOddities>, kSeats> odd_{};  // since the last pick
     RochesterTurns order_{};
+    std::array<int, kSeats> unusedTurns_{};
     std::optional<DraftEnd> end_;
 };
 

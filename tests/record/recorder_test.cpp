@@ -25,6 +25,9 @@ TEST(Recorder, NotesWhatNoHonestClientDoes) {
              Case{true, {{1, "RROK"}, {2, "RROK"}, {1, "RAND"}, {1, "RPCK0"}}, ""},
              Case{true, {{2, "RPCK0"}}, "P2 has sent a pick out of turn"},
              Case{true, {{1, "RROK"}, {2, "RROK"}, {2, "RPCK0"}}, "P2 has sent a pick out of turn"},
+             // P1 has picked before he could know of it, once.
+             Case{true, {{1, "RROK"}, {2, "RROK"}, {2, "RPCK0"}, {1, "RPCK0"}}, "P2 has sent a"},
+             Case{true, {{1, "RROK"}, {2, "RROK"}, {1, "RPCK0"}, {1, "RPCK0"}}, "P1 has sent a"},
              Case{true, {{1, "RROK"}, {2, "RROK"}, {1, "RPCK3"}}, "P1 has sent back something"},
          }) {
         Recorder recorder([] { return std::string("now"); });
