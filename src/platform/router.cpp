@@ -148,7 +148,7 @@ private:
                                    kProtocol, nullptr, std::to_string(leaseSeconds).c_str());
     }
 
-    [[no_unique_address]] SocketUse use_;
+    [[maybe_unused, no_unique_address]] SocketUse use_;
     UpnpSearch search_;
     bool isFound_ = false;
     UPNPUrls urls_{};
@@ -225,7 +225,7 @@ private:
         return result;
     }
 
-    [[no_unique_address]] SocketUse use_;
+    [[maybe_unused, no_unique_address]] SocketUse use_;
     QString outside_;
     quint16 mapped_ = 0;  // the port of this machine; 0 without a mapping
 };
