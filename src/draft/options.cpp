@@ -79,6 +79,18 @@ QStringList withEachFileNamed(const QStringList& arguments) {
     return spread;
 }
 
+// "--decks" or "--picks" with no file behind it, as a pattern that fits none may leave it; empty
+// when there is none.
+QString bareOption(const QStringList& arguments) {
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const bool takesFiles = arguments[i] == u"--decks" || arguments[i] == u"--picks";
+        if (takesFiles && arguments.value(i + 1, u"-"_s).startsWith(u'-')) {
+            return arguments[i];
+        }
+    }
+    return {};
+}
+
 // What is given with a command that has no use for it; empty when nothing is.
 QString uselessOption(const QCommandLineParser& parser, DraftOptions::Command command) {
     using Command = DraftOptions::Command;
@@ -108,6 +120,9 @@ CommandLine<DraftOptions> readDraftCommandLine(const QStringList& arguments) {
     }
     if (parser.isSet(u"version"_s)) {
         return {std::nullopt, versionLine(u"packwise-draft"_s), false};
+    }
+    if (const QString bare = bareOption(arguments); !bare.isEmpty()) {
+        return wrong(u"Nothing stands behind %1."_s.arg(bare));
     }
     const QStringList words = parser.positionalArguments();
     const auto command = commands().find(words.value(0));

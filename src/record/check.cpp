@@ -47,6 +47,13 @@ std::vector<std::string> lessThese(const std::vector<std::string>& all,
     return left;
 }
 
+// A player's name as a file of picks spells it.
+std::string inPicks(std::string name) {
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '\r' || c == '\n'; }, '?');
+    return name;
+}
+
 std::string lettersOf(std::string_view text) {
     std::string letters;
     for (const char c : text) {
@@ -203,7 +210,7 @@ bool DraftCheck::checkPicks(const std::string& file, std::string_view utf8) {
     const auto self = static_cast<std::size_t>(log->self);
     const auto player =
         std::find_if(record_.players.begin(), record_.players.end(), [&](const RecordPlayer& each) {
-            return self < log->players.size() && each.name == log->players[self];
+            return self < log->players.size() && inPicks(each.name) == log->players[self];
         });
     if (player == record_.players.end()) {
         report_.unchecked.push_back(file + ": it is by nobody who played here.");
@@ -255,7 +262,7 @@ std::vector<std::string> DraftCheck::differencesOf(const SeenPack& seen, const T
         differences.push_back("The player saw " + seen.cards[static_cast<std::size_t>(seen.taken)] +
                               " taken, the record says " + turn.taken + '.');
     }
-    if (!seen.player.empty() && seen.player != nameAt(turn.position)) {
+    if (!seen.player.empty() && seen.player != inPicks(nameAt(turn.position))) {
         differences.push_back("The player saw " + seen.player + " pick, the record says " +
                               nameAt(turn.position) + '.');
     }
