@@ -1,5 +1,6 @@
 #include "platform/userfolders.h"
 
+#include <QDir>
 #include <QStandardPaths>
 
 using namespace Qt::Literals;
@@ -7,7 +8,10 @@ using namespace Qt::Literals;
 namespace packwise {
 
 QString userDataFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Packwise"_s;
+    const QString data = QDir::cleanPath(
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Packwise"_s);
+    // One that a variable gives from the current folder on would be another at each start.
+    return QDir::isAbsolutePath(data) ? data : QDir::homePath() + u"/.local/share/Packwise"_s;
 }
 
 QString userCardFolder() {
