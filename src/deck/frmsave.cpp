@@ -91,9 +91,9 @@ void FrmSave::Form_Load() {
     // A menu may start the program where its user cannot write.
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QString started = shell_.startFolder();
-    for (const QString& folder :
-         {setting::savePath.read(shell_.settings()),
-          QFileInfo(started).isWritable() ? started : documents, started, QDir::rootPath()}) {
+    for (const QString& folder : {setting::savePath.read(shell_.settings()),
+                                  QFileInfo(started).isWritable() ? started : documents,
+                                  QDir::homePath(), QDir::rootPath()}) {
         if (dlbDir->setPath(folder)) {
             break;
         }
