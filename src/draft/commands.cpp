@@ -4,6 +4,7 @@
 #include "draft/telling.h"
 #include "engine/picktext.h"
 #include "platform/codepage.h"
+#include "platform/setfiles.h"
 #include "platform/timestamp.h"
 #include "platform/wholefile.h"
 #include "record/check.h"
@@ -99,7 +100,12 @@ void tellLines(const QString& head, const std::vector<std::string>& lines, QText
 int check(const DraftOptions& options, const DraftRecord& record, const Streams& io) {
     bool isAllRead = true;
     DraftCheck checked(record);
-    checked.checkPacks(options.cards.toStdU16String());
+    QString cards = options.cards;
+    if (cards.isEmpty()) {
+        cards = usualCardFolder();
+        io.errors << u"Card sets: "_s << QDir::toNativeSeparators(cards) << u'\n';
+    }
+    checked.checkPacks(cards.toStdU16String());
     for (const QString& deck : options.decks) {
         const auto bytes = readFile(deck, kMostDeckBytes, io);
         isAllRead = bytes && checked.checkDeck(toBytes(deck), *bytes) && isAllRead;

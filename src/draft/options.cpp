@@ -1,6 +1,5 @@
 #include "draft/options.h"
 
-#include "platform/setfiles.h"
 #include "platform/version.h"
 
 #include <QCommandLineParser>
@@ -151,7 +150,7 @@ CommandLine<DraftOptions> readDraftCommandLine(const QStringList& arguments) {
         options.picks = parser.values(u"picks"_s);
     }
     options.decks = parser.values(u"decks"_s);
-    options.cards = parser.isSet(u"cards"_s) ? parser.value(u"cards"_s) : usualCardFolder();
+    options.cards = parser.value(u"cards"_s);
     options.into = parser.value(u"into"_s);
     if (options.command == DraftOptions::Command::Picks && options.into.isEmpty()) {
         return wrong(u"Which folder? Name it with --into."_s);

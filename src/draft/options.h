@@ -16,7 +16,7 @@ struct DraftOptions {
     int pack = 0;       // show: from 1; 0 for none
     QStringList decks;  // check
     QStringList picks;  // check
-    QString cards;      // check: the folder of the card files
+    QString cards;      // check: the folder of the card files; empty when none was named
     QString into;       // picks: the folder that is written to
 };
 
