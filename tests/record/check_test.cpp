@@ -152,6 +152,10 @@ TEST_F(Checks, FindWhatIsNotAsItWasPlayed) {
                   R"({"what":"code")",
                   "ends twice"},
              Case{R"("how":"over")", R"("how":"given up")", "zo.picks.txt: 6 of 6"},
+             Case{R"({"what":"loss","place":2})", R"({"what":"end","how":"halted","time":""})",
+                  "! Round 2, pick 1: Bob takes a card where there is none."},
+             Case{"loss\",\"place\":2}\n", "loss\",\"place\":2}\n{\"what\":\"loss\",\"place\":2}\n",
+                  "Bob is lost when there is nobody to lose."},
              // What could not have been dealt.
              Case{"UC1\"", "UC9\"",
                   "! Round 1, the pack of Zo\xEB: It cannot be dealt from the files of Tiny"},
@@ -166,6 +170,7 @@ TEST_F(Checks, FindWhatIsNotAsItWasPlayed) {
              // Decks.
              Case{"1 C5\r\n", "1 R6\r\n", "are not among the picks of Zo\xEB: R6."},
              Case{"1 C5\r\n", "1 C5\r\nSB: 1 C5\r\n", "are not among the picks of Zo\xEB: C5."},
+             Case{"1 C5\r\n", "1 Snow-Covered Swamp\r\n", "picks of Zo\xEB: Snow-Covered Swamp."},
              Case{"//NAME: Z\r\n", "//NAME: Y\r\n", "! evening/zo-.dec: The code of this deck is"},
              Case{"//NAME: Z\r\n", "", "evening/zo-.dec: it is no deck file"},
              Case{R"({"what":"code")",

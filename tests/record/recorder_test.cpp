@@ -31,6 +31,8 @@ TEST(Recorder, NotesWhatNoHonestClientDoes) {
              Case{true, {{1, "RROK"}, {2, "RROK"}, {1, "RPCK3"}}, "P1 has sent back something"},
          }) {
         Recorder recorder([] { return std::string("now"); });
+        recorder.giveUp();
+        EXPECT_FALSE(recorder.isComplete()) << "there is no draft";
         std::vector<std::string> told;
         recorder.oddityNoted = [&](const std::string& line) { told.push_back(line); };
         SmallTable table(2, c.rochester, &recorder);
@@ -39,6 +41,7 @@ TEST(Recorder, NotesWhatNoHonestClientDoes) {
             table.receive(socket, text);
         }
         recorder.giveUp();
+        table.receiveFromAll("BPCKx");
         table.lose(2);  // who is told to leave does so
         const Replayed replayed = replay(recorder.record(), {});
         EXPECT_TRUE(replayed.isFollowed) << c.told;
