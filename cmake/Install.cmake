@@ -2,8 +2,8 @@
 # known.
 include(GNUInstallDirs)
 
-set(PACKWISE_PAGE "https://packwise.invalid" CACHE STRING
-  "The address under which this folder's docs/ can be seen; this one is nobody's")
+set(PACKWISE_PAGE "https://packwise.example" CACHE STRING
+  "The address under which this folder's docs/ can be seen")
 
 get_property(programs GLOBAL PROPERTY PACKWISE_PROGRAMS)
 install(TARGETS ${programs})
