@@ -36,7 +36,7 @@ enum class PickMaker { Player, Clock, Chance };
 
 // What an honest client never does.
 enum class Oddity {
-    OutOfTurn,    // a pick from a seat that is not on turn
+    OutOfTurn,    // a pick from a seat that has no turn left for it
     UnsoundPick,  // what came back is not the pack less one card, or the row is none
     OtherCard,    // the card that was told is not the one that was taken
     SecondCode    // another code than the one that was reported before
