@@ -7,6 +7,8 @@
 #include <QTextDocument>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace packwise {
 
 using namespace Qt::Literals::StringLiterals;
@@ -63,6 +65,13 @@ void applyLook(QApplication& application) {
 
 QFont fixedPitchFont(int pixelSize, bool bold) {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {  // without a display, Windows' own is not known
+        const QStringList families = QFontDatabase::families();
+        const auto fixed = std::find_if(families.begin(), families.end(), [](const auto& family) {
+            return QFontDatabase::isFixedPitch(family);
+        });
+        font.setFamily(fixed == families.end() ? font.family() : *fixed);
+    }
     font.setPixelSize(pixelSize);
     font.setBold(bold);
     return font;

@@ -23,20 +23,17 @@ bool spinUntil(const std::function<bool()>& condition, int milliseconds) {
 
 CardFolder::CardFolder() : before_(QDir::currentPath()) {
     const QDir data(QStringLiteral(PACKWISE_DATA));
-    QStringList arguments{u"build"_s, u"--into"_s, folder_.path(), u"--register"_s};
+    QStringList arguments{u"build"_s, u"--into"_s, folder_.path()};
     for (const QString& source : data.entryList({u"*.set"_s}, QDir::Files, QDir::Name)) {
         arguments += data.filePath(source);
     }
     QProcess sets;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_CONFIG_HOME"_s, folder_.filePath(u"config"_s));
-    sets.setProcessEnvironment(environment);
     sets.start(QStringLiteral(PACKWISE_SETS), arguments);
     EXPECT_TRUE(sets.waitForFinished());
     EXPECT_EQ(sets.exitCode(), 0) << sets.readAllStandardError().toStdString();
-    const SettingsStore registered(folder_.filePath(u"config/Packwise/Packwise.ini"_s));
-    for (const auto& [key, value] : registered.readAll(u"Sets"_s)) {
-        setNames_ += value;
+    const QString told = QString::fromUtf8(sets.readAllStandardOutput());
+    for (const QString& line : told.split(u'\n', Qt::SkipEmptyParts)) {
+        setNames_ += line.section(u':', 0, 0);  // "NAME: written"
     }
     QDir::setCurrent(folder_.path());
 }

@@ -64,7 +64,8 @@ TEST_F(CardPopup, ShowsTheFirstSetThatHoldsTheCard) {
     }
     window.Card(u"Night"_s, {u"Nowhere"_s, u"Torn"_s});
     const QString why = window.lblText->accessibleDescription();
-    EXPECT_TRUE(why.contains(u"Nowhere.pw"_s) && why.contains(QDir::currentPath()));
+    EXPECT_TRUE(why.contains(u"Nowhere.pw"_s) &&
+                why.contains(QDir::toNativeSeparators(QDir::currentPath())));
     EXPECT_FALSE(why.contains(u"Torn"_s));
     EXPECT_TRUE(window.lblText->toolTip().contains(why));
     window.Card(u"Night"_s, {u"Nowhere"_s, u"Ice Age"_s});

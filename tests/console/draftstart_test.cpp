@@ -259,8 +259,9 @@ TEST(DraftStart, ASetThatCannotBeDealtIsToldBeforeAnythingChanges) {
         FrmServer& console = world.console();
         const bool starts = row.before.isEmpty();
         if (!starts) {
-            world.shell.script.expect(
-                row.behind.isEmpty() ? row.before : row.before + QDir::currentPath() + row.behind);
+            const QString here = QDir::toNativeSeparators(QDir::currentPath());
+            world.shell.script.expect(row.behind.isEmpty() ? row.before
+                                                           : row.before + here + row.behind);
         }
         console.cmdStart->click();
         EXPECT_EQ(console.server().state(),

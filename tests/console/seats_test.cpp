@@ -54,7 +54,7 @@ TEST(Seats, NinthConnectionIsTurnedAwayAndTheLowestFreeSeatIsNext) {
     ConsoleWorld world;
     auto peers = world.table(8);
     Peer ninth;
-    ASSERT_TRUE(ninth.connectTo(world.console().wskServer[0]->localPort()));
+    ninth.connectTo(world.console().wskServer[0]->localPort());  // it may be over by then
     EXPECT_TRUE(ninth.hears("STATServer is full~"));
     EXPECT_TRUE(ninth.waitClosed());
     EXPECT_EQ(peers[0]->rest(), "");

@@ -27,7 +27,12 @@ protected:
         }
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(home.path());
-        process.start(QStringLiteral(PACKWISE_DEMO), arguments);
+#ifdef Q_OS_WIN
+        const QStringList hidden{u"--offscreen"_s};  // there is always a display
+#else
+        const QStringList hidden;
+#endif
+        process.start(QStringLiteral(PACKWISE_DEMO), hidden + arguments);
         const bool ended = process.waitForFinished(kPatience);
         EXPECT_TRUE(ended);
         return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
