@@ -146,7 +146,7 @@ TEST(Losses, LeaveARecordThatNobodyCouldReadBefore) {
             EXPECT_TRUE(notes[2].startsWith(
                 end == End::Halt ? u"The record of this draft is "_s
                                  : u"The record of this draft could not be written to "_s));
-            EXPECT_TRUE(notes[2].contains(records.path()));
+            EXPECT_TRUE(notes[2].contains(QDir::toNativeSeparators(records.path())));
         }
     }
     std::set<DraftEnd> ends;
