@@ -142,7 +142,7 @@ TEST(ClientPicks, FilesInOrderWhateverTheBarsShow) {
                                                       u"---RED---"_s, u"Rat"_s, u"Rug"_s, u" "_s}));
     EXPECT_EQ(client.lstPickedNS->texts(), (QStringList{u"Rug"_s, u"Urn"_s, u"Rat"_s}));
 
-    std::mt19937 random(7);
+    std::minstd_rand random(7);
     const auto upTo = [&](int most) { return static_cast<int>(random() % (most + 1U)); };
     for (int pick = 0; pick < 60; ++pick) {
         const auto color = static_cast<std::size_t>(upTo(7));
