@@ -24,6 +24,8 @@ void openConsole(PlayerProgram& host, const QStringList& sets, quint16 port, boo
 }
 
 TEST(Bots, EightDraftOnTheRealServerAndSaveWhatTheyReport) {
+    // With its drive, which another current folder may lack.
+    const QString program = QFileInfo(QStringLiteral(PACKWISE_BOT)).absoluteFilePath();
     for (const bool rochester : {false, true}) {
         SCOPED_TRACE(rochester ? "Rochester" : "Booster");
         const CardFolder cards;
@@ -34,10 +36,9 @@ TEST(Bots, EightDraftOnTheRealServerAndSaveWhatTheyReport) {
         FrmServer& console = host.program.frmServer();
 
         QProcess bots;
-        bots.start(QStringLiteral(PACKWISE_BOT),
-                   {u"--seats"_s, u"8"_s, u"--port"_s, QString::number(port), u"--cards"_s,
-                    QDir::currentPath(), u"--decks"_s, decks.path(), u"--seed"_s, u"3"_s,
-                    u"--delay"_s, u"0"_s});
+        bots.start(program, {u"--seats"_s, u"8"_s, u"--port"_s, QString::number(port), u"--cards"_s,
+                             QDir::currentPath(), u"--decks"_s, decks.path(), u"--seed"_s, u"3"_s,
+                             u"--delay"_s, u"0"_s});
         ASSERT_TRUE(bots.waitForStarted());
         ASSERT_TRUE(spinUntil([&] { return !console.lstNames->texts().contains(u" "_s); }, 20000));
         QElapsedTimer clock;
